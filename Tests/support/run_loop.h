@@ -1,0 +1,22 @@
+// Pumps the run loop until a condition holds: what tests use instead of sleeping.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+#include <functional>
+
+namespace vireonix::test {
+
+/// Runs the current run loop in `mode` until `condition` holds or `seconds` have passed; answers
+/// whether it held.
+bool pumpUntil(const std::function<bool()> &condition, double seconds = 10,
+               NSString *mode = NSDefaultRunLoopMode);
+
+/// Runs the current run loop in `mode` for `seconds`; only for proving that something does not
+/// happen.
+void pumpFor(double seconds, NSString *mode = NSDefaultRunLoopMode);
+
+/// As pumpUntil, and also hands the application's events to their windows.
+bool pumpEventsUntil(const std::function<bool()> &condition, double seconds = 10);
+
+} // namespace vireonix::test
