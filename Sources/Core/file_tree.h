@@ -1,0 +1,98 @@
+// Folder trees and files on disk: list, copy, complete, remove, exchange, and replace durably.
+//
+// Paths are bytes, not text: a name that is not UTF-8 is kept as it is. Every tree is walked folder
+// by folder through open descriptors, so that neither depth nor path length is limited and a tree
+// that changes meanwhile cannot lead outside: below the given root no symbolic link is ever
+// followed, for reading, writing or changing modes. The root that is read from, or copied into, may
+// itself be a link to a folder. Nothing here waits on a FIFO. Any thread; calls on the same tree
+// are the caller's to order. On failure the rest is still done, and the first failure is answered.
+#pragma once
+
+#include "core_border.h"
+#include "status.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace vireonix::core {
+
+/// Whether something is there, links followed: a dangling link is nothing.
+[[nodiscard]] bool exists(std::string_view path);
+
+/// Whether a folder, or a link to one, is there.
+[[nodiscard]] bool isFolder(std::string_view path);
+
+/// The paths, relative to `root`, of everything below it: a folder before its contents, siblings in
+/// byte order, hidden entries included, links listed and not entered. Empty when there is no
+/// folder. Folders that cannot be read are listed as if they were empty.
+[[nodiscard]] std::vector<std::string> listTree(std::string_view root);
+
+/// All bytes of a regular file, links followed; nothing when it is missing, unreadable or no
+/// regular file.
+[[nodiscard]] std::optional<std::string> readFile(std::string_view path);
+
+/// Makes the folder and those that lead to it. A folder that is there already is a success.
+Status createFolders(std::string_view path);
+
+struct MergeOptions {
+  /// Without it, entries of the source's top level whose name begins with "." stay behind with all
+  /// they hold. Hidden entries deeper down are always copied.
+  bool hidden = true;
+  /// Copy links that lead nowhere, too.
+  bool danglingLinks = false;
+};
+
+/// Adds to the existing folder `destination` what it lacks of `source`; what is there stays, even
+/// where it is of another kind. Meant for installing: files and folders become readable and
+/// writable by their owner whatever the source says, and keep executable bits; files keep their
+/// modification time and appear whole or not at all. A link is copied as a link. A folder that the
+/// destination has as a link to a folder counts as complete: nothing is written through it.
+/// Only files, folders and links are copied. A destination inside the source is not copied into
+/// itself.
+Status mergeTree(std::string_view source, std::string_view destination,
+                 const MergeOptions& options);
+
+/// Copies one file (the one a link leads to) under the rules of mergeTree. Fails with EEXIST when
+/// anything is at `destination`.
+Status copyFile(std::string_view source, std::string_view destination);
+
+/// What could not be copied: relative paths, each standing for everything below it.
+using Omissions = std::vector<std::string>;
+
+/// Copies everything below `source` into `destination`, which is made when missing, and gives
+/// `destination` the attributes of `source` itself. Exact: modes, modification times to the
+/// nanosecond, extended attributes, owners (as far as the user may set them), links as links,
+/// holes, hard links within the tree, empty folders, FIFOs and sockets; devices where the user may
+/// make them. File systems that can share blocks do. Existing entries are not overwritten. Each
+/// entry that could not be copied is added to `omissions`. Not synced to disk: the machine failing
+/// may lose the copy, the process being killed cannot.
+Status copyTree(std::string_view source, std::string_view destination,
+                Omissions* omissions = nullptr);
+
+/// Makes `destination` equal to `source` in place, each file in one step: equal entries are not
+/// touched, others are replaced, missing ones added, and in the end additional ones removed.
+/// Entries named in `except`, and what lies below them, stay as they are.
+Status equaliseTree(std::string_view source, std::string_view destination,
+                    const Omissions& except = {});
+
+/// Removes the file, link or folder with everything in it, folders without permissions included as
+/// long as the user owns them. A link is removed, not what it leads to. Nothing there is a success.
+Status removeTree(std::string_view path);
+
+/// Exchanges what stands at the two paths, both of which must be there and on one file system, in
+/// one step where the file system can, else by three renames.
+Status exchangeTrees(std::string_view first, std::string_view second);
+
+/// Replaces the file's content in one step and durably: temporary file in the same folder, sync,
+/// rename, sync of the folder. The mode of an existing file is kept. Where a link stands, the link
+/// itself is replaced by a file, never what it leads to. On failure the old file is whole, and no
+/// temporary file stays. Temporary files that killed processes left in the folder are removed.
+Status replaceFile(std::string_view path, std::string_view bytes);
+
+/// Like replaceFile, with `bytes` added behind the present content, which is not read into memory.
+/// A link to a regular file is replaced by a file with that content and `bytes`.
+Status appendToFile(std::string_view path, std::string_view bytes);
+
+} // namespace vireonix::core
