@@ -14,7 +14,9 @@
 @class PositionView;
 @class PrivateView;
 
-@interface PluginSettingsDelegate : NSWindowController {
+@interface PluginSettingsDelegate
+    : NSWindowController <WebDownloadDelegate, WebResourceLoadDelegate, WebUIDelegate,
+                          WebPolicyDelegate, WebFrameLoadDelegate> {
   NSView *PrivateSettingView;
   WebView *iWebView;
   NSView *positionDrawView;
