@@ -1,12 +1,17 @@
 # Defines the interface target `appkit`: everything that a source needs to compile and link against AppKit (Cocoa on macOS,
 # GNUstep elsewhere), and on GNUstep the path that makes <WebKit/WebKit.h> ours.
+#
+# VIREONIX_PARTS names the object libraries that make up the plug-in, for the bundle and for test programs alike.
 add_library(appkit INTERFACE)
+set(VIREONIX_PARTS vireonix_core vireonix_bridge vireonix_platform vireonix_classes)
 if(VIREONIX_CORE_ONLY)
   return()
 endif()
 
 if(APPLE)
   target_link_libraries(appkit INTERFACE "-framework Cocoa" "-framework WebKit")
+  # WebView and the older nib call are deprecated there, and meant.
+  target_compile_options(appkit INTERFACE -Wno-deprecated-declarations)
   return()
 endif()
 

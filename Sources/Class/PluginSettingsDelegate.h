@@ -7,6 +7,9 @@
 #import <AppKit/AppKit.h>
 #import <WebKit/WebKit.h>
 
+#import "Core/workspace_backup.h"
+#import "VireonixSettings.h"
+
 #include <atomic>
 #include <cstdint>
 
@@ -15,8 +18,8 @@
 @class PrivateView;
 
 @interface PluginSettingsDelegate
-    : NSWindowController <WebDownloadDelegate, WebResourceLoadDelegate, WebUIDelegate,
-                          WebPolicyDelegate, WebFrameLoadDelegate> {
+    : NSWindowController <VireonixSettings, WebDownloadDelegate, WebResourceLoadDelegate,
+                          WebUIDelegate, WebPolicyDelegate, WebFrameLoadDelegate> {
   NSView *PrivateSettingView;
   WebView *iWebView;
   NSView *positionDrawView;
@@ -42,6 +45,11 @@
   PositionRect *ptRect;
   NSString *backupSettingPath;
   BOOL isOKCancelButton;
+
+  // Beyond the host's contract.
+  BOOL hasEnded;                          // the window has closed once
+  vireonix::core::WorkspaceBackup backup; // this session's
+  NSMutableArray *hiddenWebViews;         // made for pages that asked for a new window; retained
 }
 
 /// `code` is the user's language such as "en", `path` the absolute path of the plug-in bundle. Nil

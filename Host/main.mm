@@ -1,0 +1,94 @@
+// vireonix-host: a small host application that opens the plug-in's settings window.
+#import <AppKit/AppKit.h>
+
+#import "Theme/HostTheme.h"
+#import "session.h"
+
+#include <cstdio>
+#include <filesystem>
+#include <system_error>
+
+namespace fs = std::filesystem;
+using namespace vireonix::host;
+
+namespace {
+
+enum ExitStatus { kApplied = 0, kReverted = 1, kWrongUsage = 2, kNotOpened = 3 };
+
+int complain(const std::string &line, ExitStatus status) {
+  std::fprintf(stderr, "vireonix-host: %s\n", line.c_str());
+  return status;
+}
+
+// The folder itself, absolute; empty when there is no such folder.
+std::string existingFolder(const std::string &path) {
+  std::error_code error;
+  if (!fs::is_directory(path, error))
+    return {};
+  const fs::path absolute = fs::absolute(path, error).lexically_normal();
+  // "folder/" ends in an empty name, which bundles would take for their own.
+  return absolute.has_filename() ? absolute : absolute.parent_path();
+}
+
+std::string bundleBeside(const char *program) {
+  std::error_code error;
+  const fs::path self = fs::canonical("/proc/self/exe", error);
+  return (error ? fs::absolute(program) : self).parent_path() / "vireonix.bundle";
+}
+
+// False when there is no display to open a window on.
+bool startApplication(Theme theme) {
+  @try {
+    [NSApplication sharedApplication];
+    InstallHostTheme(theme == Theme::dark ? HostThemeDark : HostThemeLight);
+    [NSApp finishLaunching];
+    return true;
+  } @catch (NSException *) {
+    return false;
+  }
+}
+
+int report(const Outcome &outcome) {
+  std::printf("closeMode %d\nisCloseBundle %s\n", outcome.closeMode,
+              outcome.isCloseBundle ? "YES" : "NO");
+  if (outcome.stopCode)
+    std::printf("stopCode %d\n", *outcome.stopCode);
+  std::fflush(stdout);
+  return outcome.closeMode == 1 ? kApplied : kReverted;
+}
+
+int run(Options options, const char *program) {
+  if (options.bundle.empty())
+    options.bundle = bundleBeside(program);
+  const std::string bundle = existingFolder(options.bundle);
+  if (bundle.empty())
+    return complain("no such bundle: " + options.bundle, kNotOpened);
+  if (!options.workspace.empty()) {
+    const std::string workspace = existingFolder(options.workspace);
+    if (workspace.empty())
+      return complain("no such folder: " + options.workspace, kNotOpened);
+    options.workspace = workspace;
+  }
+  if (!startApplication(options.theme))
+    return complain("no display to open a window on", kNotOpened);
+  const SessionResult result = runSession(options, bundle);
+  if (const auto *problem = std::get_if<std::string>(&result))
+    return complain(*problem, kNotOpened);
+  return report(std::get<Outcome>(result));
+}
+
+} // namespace
+
+int main(int argc, char **argv) {
+  @autoreleasepool {
+    const auto parsed = parseOptions({argv + 1, argv + argc});
+    if (const auto *error = std::get_if<UsageError>(&parsed))
+      return complain(error->message, kWrongUsage);
+    const auto &options = std::get<Options>(parsed);
+    if (options.help) {
+      std::fputs(helpText().data(), stdout);
+      return kApplied;
+    }
+    return run(options, argv[0]);
+  }
+}

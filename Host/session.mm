@@ -1,0 +1,110 @@
+#import "session.h"
+
+#import "VireonixSettings.h"
+
+// Ends the application's run loop once the settings window has closed.
+@interface SessionEnd : NSObject {
+  id<VireonixSettings> settings;
+}
+- (id)initWithSettings:(id<VireonixSettings>)watched;
+@end
+
+@implementation SessionEnd
+
+- (id)initWithSettings:(id<VireonixSettings>)watched {
+  if ((self = [super init])) {
+    settings = watched;
+    [[NSNotificationCenter defaultCenter] addObserver:self selector:@selector(windowWillClose:)
+                                                 name:NSWindowWillCloseNotification
+                                               object:[settings window]];
+  }
+  return self;
+}
+
+- (void)dealloc {
+  [[NSNotificationCenter defaultCenter] removeObserver:self];
+  [super dealloc];
+}
+
+// The plug-in's own handler of the same notification may still have to run.
+- (void)windowWillClose:(NSNotification *)notification {
+  [self performSelector:@selector(stopWhenOver) withObject:nil afterDelay:0];
+}
+
+- (void)stopWhenOver {
+  if (![settings isCloseBundle])
+    return;
+  [NSApp stop:self];
+  // The loop looks at its stop flag only after an event.
+  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined location:NSZeroPoint
+                                 modifierFlags:0
+                                     timestamp:0
+                                  windowNumber:0
+                                       context:nil
+                                       subtype:0
+                                         data1:0
+                                         data2:0]
+           atStart:NO];
+}
+
+@end
+
+namespace vireonix::host {
+namespace {
+
+NSString *stringOf(const std::string &path) {
+  return [[NSFileManager defaultManager] stringWithFileSystemRepresentation:path.data()
+                                                                     length:path.size()];
+}
+
+Class loadPrincipalClass(NSString *path) {
+  NSBundle *bundle = [NSBundle bundleWithPath:path];
+  Class principal = [bundle principalClass];
+  return [principal conformsToProtocol:@protocol(VireonixSettings)] ? principal : Nil;
+}
+
+void runUntilClosed(id<VireonixSettings> settings, NSWindow *window) {
+  SessionEnd *end = [[SessionEnd alloc] initWithSettings:settings];
+  [window makeKeyAndOrderFront:nil];
+  [NSApp run];
+  [end release];
+}
+
+Outcome runWindow(id<VireonixSettings> settings, NSWindow *window, bool modal) {
+  Outcome outcome;
+  [window center];
+  [NSApp activateIgnoringOtherApps:YES];
+  if (modal)
+    outcome.stopCode = static_cast<int>([NSApp runModalForWindow:window]);
+  else
+    runUntilClosed(settings, window);
+  [window orderOut:nil];
+  outcome.closeMode = [settings closeMode];
+  outcome.isCloseBundle = [settings isCloseBundle];
+  return outcome;
+}
+
+} // namespace
+
+SessionResult runSession(const Options &options, const std::string &bundlePath) {
+  @autoreleasepool {
+    NSString *path = stringOf(bundlePath);
+    Class principal = loadPrincipalClass(path);
+    if (principal == Nil)
+      return "not a vireonix plug-in: " + bundlePath;
+
+    id<VireonixSettings> settings =
+        [[principal alloc] initWithLanguageCode:stringOf(options.language) bundlePath:path];
+    if (!options.workspace.empty())
+      [settings setWorkSpace:stringOf(options.workspace)];
+    [settings setModalMode:options.modal];
+    NSWindow *window = [settings window];
+    SessionResult result = "the plug-in has no settings window: " + bundlePath;
+    if (window != nil)
+      result = runWindow(settings, window, options.modal);
+    [settings release];
+    return result;
+  }
+}
+
+} // namespace vireonix::host

@@ -1,0 +1,43 @@
+#import "Class/Log/LogAlert.h"
+
+static NSString *const kReturnKey = @"\r";
+static const int kEscapeCharacter = 27;
+
+static NSAlert *AlertWithButtons(NSString *title, NSString *text, NSArray *buttonTitles) {
+  NSAlert *alert = [[NSAlert alloc] init];
+  for (NSString *buttonTitle in buttonTitles)
+    [alert addButtonWithTitle:buttonTitle];
+  [alert setMessageText:title];
+  [alert setInformativeText:text];
+  return alert;
+}
+
+static NSInteger RunAndRelease(NSAlert *alert) {
+  const NSInteger answer = [alert runModal];
+  [alert release];
+  return answer;
+}
+
+@implementation LogAlert
+
++ (void)showMessage:(NSString *)title Text:(NSString *)text {
+  RunAndRelease(AlertWithButtons(title, text, @[ @"OK" ]));
+}
+
++ (BOOL)askYesNo:(NSString *)title Text:(NSString *)text {
+  NSAlert *alert = AlertWithButtons(title, text, @[ @"YES", @"NO" ]);
+  for (NSButton *button in [alert buttons]) {
+    if ([[button title] isEqualToString:@"YES"])
+      [button setKeyEquivalent:kReturnKey];
+    else if ([[button title] isEqualToString:@"NO"])
+      [button setKeyEquivalent:[NSString stringWithFormat:@"%c", kEscapeCharacter]];
+  }
+  return RunAndRelease(alert) != NSAlertSecondButtonReturn;
+}
+
++ (BOOL)askOKCancel:(NSString *)title Text:(NSString *)text {
+  return RunAndRelease(AlertWithButtons(title, text, @[ @"OK", @"Cancel" ])) !=
+         NSAlertSecondButtonReturn;
+}
+
+@end

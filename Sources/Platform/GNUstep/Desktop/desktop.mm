@@ -1,0 +1,52 @@
+#import "Platform/desktop.h"
+
+#import <AppKit/AppKit.h>
+
+#include <array>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace vireonix::platform {
+namespace {
+
+// The desktop's own opener. A shell in between starts it in the background, so no zombie is left to
+// collect.
+bool spawnOpener(const char *address) {
+  std::array<const char *, 6> arguments = {
+      "sh",
+      "-c",
+      "command -v xdg-open >/dev/null && { xdg-open \"$1\" >/dev/null 2>&1 & }",
+      "xdg-open",
+      address,
+      nullptr};
+  pid_t child = 0;
+  if (posix_spawnp(&child, "sh", nullptr, nullptr, const_cast<char **>(arguments.data()),
+                   environ) != 0)
+    return false;
+  int status = 0;
+  while (waitpid(child, &status, 0) < 0 && errno == EINTR) {
+  }
+  return WIFEXITED(status) && WEXITSTATUS(status) == 0;
+}
+
+} // namespace
+
+void openWithDefaultApplication(NSURL *address) {
+  // GNUstep's workspace knows only its own services; the freedesktop opener knows the user's
+  // browser.
+  if (!spawnOpener([[address absoluteString] UTF8String]))
+    [[NSWorkspace sharedWorkspace] openURL:address];
+}
+
+void stopModalSession(NSInteger code) {
+  // GNUstep raises where AppKit does nothing.
+  if ([NSApp modalWindow] != nil)
+    [NSApp stopModalWithCode:code];
+}
+
+void releaseTopLevelObjects(NSArray *objects) {
+  [objects makeObjectsPerformSelector:@selector(release)];
+}
+
+} // namespace vireonix::platform

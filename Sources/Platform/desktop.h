@@ -1,0 +1,19 @@
+// What the plug-in asks of the desktop it runs on. Main thread only.
+#pragma once
+
+#import <Foundation/Foundation.h>
+
+namespace vireonix::platform {
+
+/// Opens an address in the user's default application for it and answers at once. Failures are
+/// ignored.
+void openWithDefaultApplication(NSURL *address);
+
+/// Ends the application's modal session with `code`; does nothing when there is none.
+void stopModalSession(NSInteger code);
+
+/// Gives back what the nib calls retained too often: `objects` are the top-level objects of an
+/// instantiated nib, and the caller has retained those it keeps.
+void releaseTopLevelObjects(NSArray *objects);
+
+} // namespace vireonix::platform
