@@ -1,5 +1,7 @@
 #import "Bridge/text.h"
 
+#include "Core/utf8.h"
+
 #include <cstdint>
 #include <vector>
 
@@ -34,47 +36,6 @@ void appendUtf8(std::string &out, char32_t point) {
   }
 }
 
-// Bytes in the well-formed UTF-8 sequence at the start of `text` (The Unicode Standard, table 3-7);
-// 0 when there is none.
-size_t sequenceLength(std::string_view text) {
-  auto byte = [&text](size_t i) {
-    return i < text.size() ? static_cast<unsigned char>(text[i]) : 0U;
-  };
-  auto within = [](unsigned b, unsigned low, unsigned high) { return b >= low && b <= high; };
-  const unsigned first = byte(0);
-  if (first < 0x80)
-    return 1;
-  if (within(first, 0xC2, 0xDF))
-    return within(byte(1), 0x80, 0xBF) ? 2 : 0;
-  if (within(first, 0xE0, 0xEF)) {
-    const unsigned low = first == 0xE0 ? 0xA0 : 0x80;
-    const unsigned high = first == 0xED ? 0x9F : 0xBF;
-    return within(byte(1), low, high) && within(byte(2), 0x80, 0xBF) ? 3 : 0;
-  }
-  if (within(first, 0xF0, 0xF4)) {
-    const unsigned low = first == 0xF0 ? 0x90 : 0x80;
-    const unsigned high = first == 0xF4 ? 0x8F : 0xBF;
-    return within(byte(1), low, high) && within(byte(2), 0x80, 0xBF) && within(byte(3), 0x80, 0xBF)
-               ? 4
-               : 0;
-  }
-  return 0;
-}
-
-std::string wellFormed(std::string_view text) {
-  std::string out;
-  out.reserve(text.size());
-  while (!text.empty()) {
-    const size_t length = sequenceLength(text);
-    if (length == 0)
-      appendUtf8(out, kReplacement);
-    else
-      out.append(text.substr(0, length));
-    text.remove_prefix(length == 0 ? 1 : length);
-  }
-  return out;
-}
-
 NSString *stringOfWellFormed(std::string_view text) {
   NSString *made = [[[NSString alloc] initWithBytes:text.data() length:text.size()
                                            encoding:NSUTF8StringEncoding] autorelease];
@@ -106,7 +67,7 @@ std::string utf8(NSString *text) {
 }
 
 NSString *string(std::string_view utf8) {
-  return stringOfWellFormed(wellFormed(utf8));
+  return stringOfWellFormed(core::wellFormedUtf8(utf8));
 }
 
 std::string path(NSString *path) {
