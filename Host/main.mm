@@ -13,7 +13,7 @@ using namespace vireonix::host;
 
 namespace {
 
-enum ExitStatus { kApplied = 0, kReverted = 1, kWrongUsage = 2, kNotOpened = 3 };
+enum ExitStatus { Applied = 0, Reverted = 1, WrongUsage = 2, NotOpened = 3 };
 
 int complain(const std::string &line, ExitStatus status) {
   std::fprintf(stderr, "vireonix-host: %s\n", line.c_str());
@@ -40,7 +40,7 @@ std::string bundleBeside(const char *program) {
 bool startApplication(Theme theme) {
   @try {
     [NSApplication sharedApplication];
-    InstallHostTheme(theme == Theme::dark ? HostThemeDark : HostThemeLight);
+    InstallHostTheme(theme == Theme::Dark ? HostThemeDark : HostThemeLight);
     [NSApp finishLaunching];
     return true;
   } @catch (NSException *) {
@@ -54,7 +54,7 @@ int report(const Outcome &outcome) {
   if (outcome.stopCode)
     std::printf("stopCode %d\n", *outcome.stopCode);
   std::fflush(stdout);
-  return outcome.closeMode == 1 ? kApplied : kReverted;
+  return outcome.closeMode == 1 ? Applied : Reverted;
 }
 
 int run(Options options, const char *program) {
@@ -62,18 +62,18 @@ int run(Options options, const char *program) {
     options.bundle = bundleBeside(program);
   const std::string bundle = existingFolder(options.bundle);
   if (bundle.empty())
-    return complain("no such bundle: " + options.bundle, kNotOpened);
+    return complain("no such bundle: " + options.bundle, NotOpened);
   if (!options.workspace.empty()) {
     const std::string workspace = existingFolder(options.workspace);
     if (workspace.empty())
-      return complain("no such folder: " + options.workspace, kNotOpened);
+      return complain("no such folder: " + options.workspace, NotOpened);
     options.workspace = workspace;
   }
   if (!startApplication(options.theme))
-    return complain("no display to open a window on", kNotOpened);
+    return complain("no display to open a window on", NotOpened);
   const SessionResult result = runSession(options, bundle);
   if (const auto *problem = std::get_if<std::string>(&result))
-    return complain(*problem, kNotOpened);
+    return complain(*problem, NotOpened);
   return report(std::get<Outcome>(result));
 }
 
@@ -83,11 +83,11 @@ int main(int argc, char **argv) {
   @autoreleasepool {
     const auto parsed = parseOptions({argv + 1, argv + argc});
     if (const auto *error = std::get_if<UsageError>(&parsed))
-      return complain(error->message, kWrongUsage);
+      return complain(error->message, WrongUsage);
     const auto &options = std::get<Options>(parsed);
     if (options.help) {
       std::fputs(helpText().data(), stdout);
-      return kApplied;
+      return Applied;
     }
     return run(options, argv[0]);
   }

@@ -46,7 +46,7 @@ bool storeModal(Options& options, std::string_view value) {
 }
 
 bool storeTheme(Options& options, std::string_view value) {
-  options.theme = value == "dark" ? Theme::dark : Theme::light;
+  options.theme = value == "dark" ? Theme::Dark : Theme::Light;
   return value == "light" || value == "dark";
 }
 

@@ -8,14 +8,14 @@
 
 namespace vireonix::host {
 
-enum class Theme { light, dark };
+enum class Theme { Light, Dark };
 
 /// What the user asked for; an empty text stands for "not given".
 struct Options {
   std::string workspace;
   std::string language = "en";
   std::string bundle;
-  Theme theme = Theme::light;
+  Theme theme = Theme::Light;
   bool modal = true;
   bool help = false;
 };

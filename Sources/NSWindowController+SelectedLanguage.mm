@@ -4,7 +4,7 @@
 
 // The first existing file of the language's, the English and the unlocalised nib; nil when there is
 // none.
-static NSString *PathOfLocalisedNib(NSString *resourceFolder, NSString *name) {
+static NSString *pathOfLocalisedNib(NSString *resourceFolder, NSString *name) {
   NSString *code = defaultLanguageCode() != nil ? defaultLanguageCode() : @"en";
   NSString *languageFolder = [NSString stringWithFormat:@"%@.lproj", code];
   NSString *file = [NSString stringWithFormat:@"%@.nib", name];
@@ -25,7 +25,7 @@ static NSString *PathOfLocalisedNib(NSString *resourceFolder, NSString *name) {
 - (id)initWithResourceNibName:(NSString *)name {
   NSString *bundlePath = defaultBundlePath();
   NSBundle *bundle = bundlePath != nil ? [NSBundle bundleWithPath:bundlePath] : nil;
-  NSString *path = PathOfLocalisedNib([bundle resourcePath], name);
+  NSString *path = pathOfLocalisedNib([bundle resourcePath], name);
   if (path == nil)
     return [self initWithWindowNibName:name];
   return [self initWithWindowNibPath:path owner:self];
@@ -37,7 +37,7 @@ static NSString *PathOfLocalisedNib(NSString *resourceFolder, NSString *name) {
 
 - (id)initWithResourceNibName:(NSString *)name bundle:(NSBundle *)bundle {
   NSBundle *home = bundle != nil ? bundle : [NSBundle mainBundle];
-  NSString *path = PathOfLocalisedNib([home resourcePath], name);
+  NSString *path = pathOfLocalisedNib([home resourcePath], name);
   if (path == nil)
     return [self initWithNibNamed:name bundle:home];
   NSData *bytes = [NSData dataWithContentsOfFile:path];

@@ -7,8 +7,6 @@
 //   runModalForWindow:[settings window]];   // equals [settings closeMode] [settings release];
 #import <AppKit/AppKit.h>
 
-#include <stdint.h>
-
 @protocol VireonixSettings <NSObject>
 
 /// The user's language, such as "en", and the bundle's absolute path. One object is one session.

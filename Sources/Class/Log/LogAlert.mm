@@ -3,7 +3,7 @@
 static NSString *const kReturnKey = @"\r";
 static const int kEscapeCharacter = 27;
 
-static NSAlert *AlertWithButtons(NSString *title, NSString *text, NSArray *buttonTitles) {
+static NSAlert *alertWithButtons(NSString *title, NSString *text, NSArray *buttonTitles) {
   NSAlert *alert = [[NSAlert alloc] init];
   for (NSString *buttonTitle in buttonTitles)
     [alert addButtonWithTitle:buttonTitle];
@@ -12,7 +12,7 @@ static NSAlert *AlertWithButtons(NSString *title, NSString *text, NSArray *butto
   return alert;
 }
 
-static NSInteger RunAndRelease(NSAlert *alert) {
+static NSInteger runAndRelease(NSAlert *alert) {
   const NSInteger answer = [alert runModal];
   [alert release];
   return answer;
@@ -21,22 +21,22 @@ static NSInteger RunAndRelease(NSAlert *alert) {
 @implementation LogAlert
 
 + (void)showMessage:(NSString *)title Text:(NSString *)text {
-  RunAndRelease(AlertWithButtons(title, text, @[ @"OK" ]));
+  runAndRelease(alertWithButtons(title, text, @[ @"OK" ]));
 }
 
 + (BOOL)askYesNo:(NSString *)title Text:(NSString *)text {
-  NSAlert *alert = AlertWithButtons(title, text, @[ @"YES", @"NO" ]);
+  NSAlert *alert = alertWithButtons(title, text, @[ @"YES", @"NO" ]);
   for (NSButton *button in [alert buttons]) {
     if ([[button title] isEqualToString:@"YES"])
       [button setKeyEquivalent:kReturnKey];
     else if ([[button title] isEqualToString:@"NO"])
       [button setKeyEquivalent:[NSString stringWithFormat:@"%c", kEscapeCharacter]];
   }
-  return RunAndRelease(alert) != NSAlertSecondButtonReturn;
+  return runAndRelease(alert) != NSAlertSecondButtonReturn;
 }
 
 + (BOOL)askOKCancel:(NSString *)title Text:(NSString *)text {
-  return RunAndRelease(AlertWithButtons(title, text, @[ @"OK", @"Cancel" ])) !=
+  return runAndRelease(alertWithButtons(title, text, @[ @"OK", @"Cancel" ])) !=
          NSAlertSecondButtonReturn;
 }
 
