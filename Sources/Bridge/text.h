@@ -2,7 +2,7 @@
 // here:
 //   nil                     -> empty text
 //   invalid UTF-8 (std)     -> each bad byte becomes U+FFFD; the result is never nil
-//   lone surrogates (NS)    -> U+FFFD, so the UTF-8 is always well-formed
+//   lone surrogates         -> U+FFFD, so UTF-8 and strings are always well-formed
 // Paths are bytes, not text: they go through the file manager's representation and keep bytes that
 // are not UTF-8 where the platform can carry them.
 #pragma once
@@ -17,8 +17,12 @@ namespace vireonix::bridge {
 /// The UTF-8 of a string; empty for nil.
 std::string utf8(NSString *text);
 
-/// An autoreleased string of UTF-8 bytes; never nil.
+/// The 16-bit characters of a string as they are; empty for nil.
+std::u16string utf16(NSString *text);
+
+/// An autoreleased string of UTF-8 bytes or of 16-bit characters; never nil.
 NSString *string(std::string_view utf8);
+NSString *string(std::u16string_view utf16);
 
 /// The bytes that name a file to the operating system; empty for nil and for a path that cannot be
 /// represented.

@@ -2,7 +2,6 @@
 
 #include "Core/utf8.h"
 
-#include <cstdint>
 #include <vector>
 
 namespace vireonix::bridge {
@@ -10,10 +9,10 @@ namespace {
 
 constexpr char32_t kReplacement = 0xFFFD;
 
-bool isHighSurrogate(unichar unit) {
+bool isHighSurrogate(char16_t unit) {
   return (unit & 0xFC00) == 0xD800;
 }
-bool isLowSurrogate(unichar unit) {
+bool isLowSurrogate(char16_t unit) {
   return (unit & 0xFC00) == 0xDC00;
 }
 
@@ -36,24 +35,13 @@ void appendUtf8(std::string &out, char32_t point) {
   }
 }
 
-NSString *stringOfWellFormed(std::string_view text) {
-  NSString *made = [[[NSString alloc] initWithBytes:text.data() length:text.size()
-                                           encoding:NSUTF8StringEncoding] autorelease];
-  return made != nil ? made : @"";
-}
-
-} // namespace
-
-std::string utf8(NSString *text) {
-  const NSUInteger length = [text length];
-  std::vector<unichar> units(length);
-  if (length > 0)
-    [text getCharacters:units.data() range:NSMakeRange(0, length)];
+// Lone surrogates become replacement characters.
+std::string utf8Of(std::u16string_view units) {
   std::string out;
-  out.reserve(length);
-  for (NSUInteger i = 0; i < length; ++i) {
-    const unichar unit = units[i];
-    if (isHighSurrogate(unit) && i + 1 < length && isLowSurrogate(units[i + 1])) {
+  out.reserve(units.size());
+  for (size_t i = 0; i < units.size(); ++i) {
+    const char16_t unit = units[i];
+    if (isHighSurrogate(unit) && i + 1 < units.size() && isLowSurrogate(units[i + 1])) {
       const auto high = static_cast<char32_t>(unit - 0xD800);
       const auto low = static_cast<char32_t>(units[++i] - 0xDC00);
       appendUtf8(out, 0x10000 + (high << 10) + low);
@@ -66,8 +54,31 @@ std::string utf8(NSString *text) {
   return out;
 }
 
+NSString *stringOfWellFormed(std::string_view text) {
+  NSString *made = [[[NSString alloc] initWithBytes:text.data() length:text.size()
+                                           encoding:NSUTF8StringEncoding] autorelease];
+  return made != nil ? made : @"";
+}
+
+} // namespace
+
+std::u16string utf16(NSString *text) {
+  std::vector<unichar> units([text length]);
+  if (!units.empty())
+    [text getCharacters:units.data() range:NSMakeRange(0, units.size())];
+  return {units.begin(), units.end()};
+}
+
+std::string utf8(NSString *text) {
+  return utf8Of(utf16(text));
+}
+
 NSString *string(std::string_view utf8) {
   return stringOfWellFormed(core::wellFormedUtf8(utf8));
+}
+
+NSString *string(std::u16string_view utf16) {
+  return stringOfWellFormed(utf8Of(utf16));
 }
 
 std::string path(NSString *path) {
