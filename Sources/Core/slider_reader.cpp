@@ -1,0 +1,121 @@
+#include "caption_markup.h"
+#include "slider_document.h"
+#include "slider_names.h"
+
+#include <algorithm>
+
+namespace vireonix::core::slider {
+namespace {
+
+void setIfGiven(TextObject& record, std::string_view key, std::optional<std::string>&& value) {
+  if (value)
+    record.set(key, *std::move(value));
+}
+
+void addCaption(const xml::Node& captionElement, TextObject& record) {
+  std::optional<Caption> caption = parseCaption(captionElement.stringValue());
+  if (!caption)
+    return;
+  setIfGiven(record, kText, std::move(caption->text));
+  setIfGiven(record, kSize, std::move(caption->size));
+  setIfGiven(record, kColor, std::move(caption->color));
+}
+
+void addTextElement(const xml::Node& element, TextObject& record) {
+  for (const xml::Attribute& attribute : element.attributes)
+    record.set(attribute.name, attribute.value);
+  for (const xml::Node& child : element.children) {
+    if (child.isElement(kTextElement))
+      addCaption(child, record);
+  }
+}
+
+TextObject startingWith(const std::string* backgroundImage) {
+  TextObject record;
+  if (backgroundImage != nullptr)
+    record.set(kBackgroundImage, *backgroundImage);
+  return record;
+}
+
+Slide readSlide(const xml::Node& element) {
+  Slide slide;
+  const std::string* image = element.attribute(kBackgroundImage);
+  if (image != nullptr)
+    slide.backgroundImage = *image;
+  slide.textObjects.reserve(element.children.size());
+  for (const xml::Node& child : element.children) {
+    TextObject record = startingWith(image);
+    if (child.isElement(kTextElement))
+      addTextElement(child, record);
+    slide.textObjects.push_back(std::move(record));
+  }
+  return slide;
+}
+
+std::vector<Slide> readSlides(const xml::Node& container) {
+  std::vector<Slide> slides;
+  for (const xml::Node& child : container.children) {
+    if (child.isElement(kSlideElement))
+      slides.push_back(readSlide(child));
+  }
+  return slides;
+}
+
+} // namespace
+
+void TextObject::set(std::string_view key, std::string value) {
+  const auto found = std::ranges::find(entries_, key, &Entry::first);
+  if (found != entries_.end())
+    found->second = std::move(value);
+  else
+    entries_.emplace_back(key, std::move(value));
+}
+
+const std::string* TextObject::find(std::string_view key) const {
+  const auto found = std::ranges::find(entries_, key, &Entry::first);
+  return found != entries_.end() ? &found->second : nullptr;
+}
+
+Document readDocument(const xml::Node& root) {
+  Document document;
+  const xml::Node* container = nullptr;
+  for (const xml::Node& child : root.children) {
+    if (child.isElement(kStylesElement))
+      document.styles = &child;
+    else if (child.isElement(kContainerElement))
+      container = &child;
+  }
+  if (container != nullptr)
+    document.slides = readSlides(*container);
+  return document;
+}
+
+const xml::Node* templateStyles(const xml::Node& root) {
+  return root.firstElement(kStylesElement);
+}
+
+const xml::Node* templateSlide(const xml::Node& root) {
+  const xml::Node* container = root.firstElement(kContainerElement);
+  return container != nullptr ? container->firstElement(kSlideElement) : nullptr;
+}
+
+std::vector<std::string> styleNames(const xml::Node& styles) {
+  std::vector<std::string> names;
+  for (const xml::Node& child : styles.children) {
+    if (const std::string* name = child.attribute(kStyleNameAttribute))
+      names.push_back(*name);
+  }
+  return names;
+}
+
+TextObject textObjectDefaults(const xml::Node* templateSlide) {
+  if (templateSlide == nullptr)
+    return {};
+  TextObject record = startingWith(templateSlide->attribute(kBackgroundImage));
+  const xml::Node* first = templateSlide->firstElement();
+  if (first != nullptr && first->isElement(kTextElement))
+    addTextElement(*first, record);
+  return record;
+}
+
+} // namespace vireonix::core::slider
