@@ -1,0 +1,5 @@
+declare module "*.xml" {
+  const text: string;
+  export default text;
+}
+declare module "*.css";

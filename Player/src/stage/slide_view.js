@@ -1,0 +1,64 @@
+// One slide on the stage: its picture or movie, and its captions at their anchors.
+
+import { kAnchors } from "../document/fields.js";
+import { isMovie } from "../document/media.js";
+import { SlideTimeline } from "../motion/timeline.js";
+import { slideTiming } from "../motion/timing.js";
+import { Movie } from "../movie/movie.js";
+import { CaptionView } from "./caption_view.js";
+import { make } from "./elements.js";
+import { Picture } from "./picture.js";
+
+/** @typedef {import("../document/slider_document.js").Slide} Slide */
+
+export class SlideView {
+  /** @param {Slide} slide @param {boolean} still whether captions appear and go at once */
+  constructor(slide, still) {
+    this.slide = slide;
+    this.still = still;
+    this.captions = slide.captions.map((caption) => new CaptionView(caption));
+    this.timing = slideTiming(this.captions.map(({ caption, parts }) => ({ caption, parts: parts.length })), still);
+    this.media = isMovie(slide.media) ? new Movie(slide.media) : new Picture(slide.media);
+    /** @type {SlideTimeline | null} */
+    this.timeline = null;
+    this.element = make("div", { class: "swiper-slide slide" }, [this.media.element, this.captionLayer()]);
+  }
+
+  captionLayer() {
+    const anchors = kAnchors.map((anchor) => {
+      const views = this.captions.filter(({ caption }) => caption.anchor === anchor);
+      return make("div", { class: "anchor", "data-anchor": anchor }, views.map((view) => view.element));
+    });
+    this.captions.forEach((view, index) => view.setLane(this.timing.captions[index].lane));
+    return make("div", { class: "captions" }, anchors.filter((anchor) => anchor.hasChildNodes()));
+  }
+
+  /** @returns {Promise<boolean>} whether there is something behind the captions */
+  async load() {
+    return this.slide.media === "" || (await this.media.load());
+  }
+
+  /** The slide comes on show. */
+  enter() {
+    const moving = this.captions.map(({ caption, element, parts }, index) => {
+      return { caption, element, parts, timing: this.timing.captions[index] };
+    });
+    this.timeline ??= new SlideTimeline(moving, this.still);
+    if (this.media instanceof Movie) this.media.play();
+  }
+
+  /** The slide has gone. */
+  leave() {
+    this.timeline?.remove();
+    this.timeline = null;
+    for (const { element } of this.captions) element.dataset.state = "waiting";
+    if (this.media instanceof Movie) this.media.stop();
+  }
+
+  /** @param {number} time milliseconds from the slide's start */
+  seek(time) {
+    this.timeline?.seek(time);
+    const scale = this.still ? 1 : 1 + 0.05 * Math.min(time / this.timing.duration, 1);
+    if (this.media instanceof Picture) this.media.element.style.transform = `scale(${scale.toFixed(5)})`;
+  }
+}
