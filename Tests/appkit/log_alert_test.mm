@@ -27,7 +27,9 @@ BOOL answerWithKey(const char *key, BOOL (*ask)()) {
   return ask();
 }
 
-BOOL askYesNo() { return [LogAlert askYesNo:@"Attention:" Text:@"Really?"]; }
+BOOL askYesNo() {
+  return [LogAlert askYesNo:@"Attention:" Text:@"Really?"];
+}
 
 } // namespace
 
@@ -41,8 +43,8 @@ TEST(LogAlert, AMessageHasOneButton) {
 }
 
 TEST(LogAlert, OnlyTheSecondButtonMeansNo) {
-  const AlertAnswers answers({NSAlertFirstButtonReturn, NSAlertSecondButtonReturn,
-                              NSAlertThirdButtonReturn, -1000});
+  const AlertAnswers answers(
+      {NSAlertFirstButtonReturn, NSAlertSecondButtonReturn, NSAlertThirdButtonReturn, -1000});
   EXPECT_TRUE([LogAlert askYesNo:@"a" Text:@"b"]);
   EXPECT_FALSE([LogAlert askYesNo:@"a" Text:@"b"]);
   EXPECT_TRUE([LogAlert askYesNo:@"a" Text:@"b"]);
@@ -58,6 +60,10 @@ TEST(LogAlert, OnlyTheSecondButtonMeansCancel) {
   EXPECT_EQ(answers.shown()[0].buttons, (Texts{"OK", "Cancel"}));
 }
 
-TEST(LogAlert, ReturnAnswersYesInARealAlert) { EXPECT_TRUE(answerWithKey("Return", askYesNo)); }
+TEST(LogAlert, ReturnAnswersYesInARealAlert) {
+  EXPECT_TRUE(answerWithKey("Return", askYesNo));
+}
 
-TEST(LogAlert, EscapeAnswersNoInARealAlert) { EXPECT_FALSE(answerWithKey("Escape", askYesNo)); }
+TEST(LogAlert, EscapeAnswersNoInARealAlert) {
+  EXPECT_FALSE(answerWithKey("Escape", askYesNo));
+}

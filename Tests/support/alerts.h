@@ -15,8 +15,8 @@ struct ShownAlert {
   std::vector<std::string> buttons;
 };
 
-/// While it lives, every alert is answered at once with the given return codes, in order; without one left, with the first
-/// button's. One at a time.
+/// While it lives, every alert is answered at once with the given return codes, in order; without
+/// one left, with the first button's. One at a time.
 class AlertAnswers {
 public:
   explicit AlertAnswers(std::vector<NSInteger> answers = {});

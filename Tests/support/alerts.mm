@@ -26,7 +26,9 @@ NSInteger answerAtOnce(id alert, SEL) {
   return answer;
 }
 
-Method runModalMethod() { return class_getInstanceMethod([NSAlert class], @selector(runModal)); }
+Method runModalMethod() {
+  return class_getInstanceMethod([NSAlert class], @selector(runModal));
+}
 
 } // namespace
 
@@ -41,6 +43,8 @@ AlertAnswers::~AlertAnswers() {
   method_setImplementation(runModalMethod(), reinterpret_cast<IMP>(realRunModal));
 }
 
-const std::vector<ShownAlert> &AlertAnswers::shown() const { return shownAlerts; }
+const std::vector<ShownAlert> &AlertAnswers::shown() const {
+  return shownAlerts;
+}
 
 } // namespace vireonix::test

@@ -10,8 +10,8 @@ namespace vireonix::test {
 
 BackgroundCommand::BackgroundCommand(const std::string& script) {
   std::string text = script;
-  std::array<char*, 4> arguments = {const_cast<char*>("bash"), const_cast<char*>("-c"),
-                                    text.data(), nullptr};
+  std::array<char*, 4> arguments = {const_cast<char*>("bash"), const_cast<char*>("-c"), text.data(),
+                                    nullptr};
   posix_spawnattr_t attributes;
   posix_spawnattr_init(&attributes);
   posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);

@@ -1,4 +1,5 @@
-// A shell command that runs beside the test: how a test plays the user while its own thread sits in a modal session.
+// A shell command that runs beside the test: how a test plays the user while its own thread sits in
+// a modal session.
 #pragma once
 
 #include <string>

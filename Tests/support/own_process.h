@@ -1,5 +1,5 @@
-// Runs a test's body in a forked child, for state that a process keeps for good. No AppKit in the body: the child shares the
-// parent's connection to the display.
+// Runs a test's body in a forked child, for state that a process keeps for good. No AppKit in the
+// body: the child shares the parent's connection to the display.
 #pragma once
 
 #include <gtest/gtest.h>
