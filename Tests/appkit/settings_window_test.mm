@@ -1,0 +1,204 @@
+#import "support/settings_session.h"
+
+#import "Bridge/text.h"
+#import "Class/PluginSettingsInfo.h"
+#import "Locale.h"
+#import "support/alerts.h"
+#import "support/run_loop.h"
+#import "vireonix/PrivateView.h"
+
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <fstream>
+
+namespace fs = std::filesystem;
+using namespace vireonix::test;
+using vireonix::bridge::path;
+using vireonix::bridge::utf8;
+
+namespace {
+
+void append(const std::string &file, std::string_view bytes) {
+  std::ofstream(file, std::ios::app) << bytes;
+}
+
+void click(const SettingsSession &session, NSString *button) {
+  [session.field(button) performClick:nil];
+}
+
+} // namespace
+
+TEST(SettingsWindow, OpensWithItsTitlePanelCanvasTimerAndBackup) {
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  EXPECT_EQ(utf8([session.window() title]), "Plugin Settings - vireonix");
+  EXPECT_TRUE([session.field(@"privateView") isKindOfClass:[PrivateView class]]);
+  EXPECT_EQ([session.field(@"privateView") superview], [session.window() contentView]);
+  EXPECT_EQ([session.field(@"privateView") ower], session.controller());
+  EXPECT_NE(session.field(@"positionView"), nil);
+  EXPECT_TRUE([session.field(@"repeatTimer") isValid]);
+  EXPECT_TRUE([session.field(@"isChange") boolValue]);
+  EXPECT_FALSE([session.controller() isCloseBundle]);
+  EXPECT_EQ(treeFingerprint(session.backupFolder()), session.fingerprint());
+}
+
+TEST(SettingsWindow, EveryOutletIsConnected) {
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  for (NSString *name in @[
+         @"iWebView", @"txtLeft", @"txtTop", @"txtRight", @"txtBottom", @"txtTransparency",
+         @"sldTrans", @"matLayer", @"btnDefault", @"btnCancel", @"btnOK"
+       ])
+    EXPECT_NE(session.field(name), nil) << utf8(name);
+  EXPECT_EQ([session.window() delegate], static_cast<id>(session.controller()));
+  EXPECT_EQ([session.field(@"iWebView") policyDelegate], session.controller());
+  EXPECT_EQ([session.field(@"iWebView") UIDelegate], session.controller());
+  EXPECT_EQ([session.field(@"iWebView") frameLoadDelegate], session.controller());
+  EXPECT_EQ([session.field(@"iWebView") resourceLoadDelegate], session.controller());
+  EXPECT_EQ([session.field(@"iWebView") downloadDelegate], session.controller());
+}
+
+TEST(SettingsWindow, TheBackupFolderIsEmptiedWhenTheControllerIsMade) {
+  const std::string backup = path(NSTemporaryDirectory()) + "/vireonix";
+  fs::create_directories(backup + "/left/over");
+  const SettingsSession session;
+  EXPECT_TRUE(fs::is_empty(session.backupFolder()));
+}
+
+TEST(SettingsWindow, OKAppliesWithoutAQuestion) {
+  const AlertAnswers alerts;
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  append(session.inWorkspace("b.png"), "edited");
+  click(session, @"btnOK");
+  EXPECT_TRUE(alerts.shown().empty());
+  EXPECT_EQ([session.controller() closeMode], 1);
+  EXPECT_TRUE([session.controller() isCloseBundle]);
+  EXPECT_EQ(session.field(@"repeatTimer"), nil);
+  EXPECT_EQ(fileBytes(session.inWorkspace("b.png")), "nor thisedited");
+  EXPECT_FALSE(fs::exists(session.backupFolder()));
+}
+
+TEST(SettingsWindow, CancelRevertsWithoutAQuestion) {
+  const AlertAnswers alerts;
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  const std::string before = session.fingerprint();
+  append(session.inWorkspace("b.png"), "edited");
+  append(session.inWorkspace("added.png"), "added");
+  fs::remove(session.inWorkspace("settings.dat"));
+  click(session, @"btnCancel");
+  EXPECT_TRUE(alerts.shown().empty());
+  EXPECT_EQ([session.controller() closeMode], 0);
+  EXPECT_TRUE([session.controller() isCloseBundle]);
+  EXPECT_EQ(session.fingerprint(), before);
+  EXPECT_FALSE(fs::exists(session.backupFolder()));
+}
+
+TEST(SettingsWindow, TheCloseButtonAsksAndOKKeepsWithoutSavingAgain) {
+  const AlertAnswers alerts({NSAlertFirstButtonReturn});
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  const std::string document = fileBytes(session.inWorkspace("intro_asset/data.xml"));
+  append(session.inWorkspace("b.png"), "edited");
+  [session.window() performClose:nil];
+  ASSERT_EQ(alerts.shown().size(), 1U);
+  EXPECT_EQ(alerts.shown()[0].message, "Do you want to apply the settings?");
+  EXPECT_EQ(alerts.shown()[0].information, "");
+  EXPECT_EQ([session.controller() closeMode], 1);
+  EXPECT_EQ(fileBytes(session.inWorkspace("b.png")), "nor thisedited");
+  EXPECT_EQ(fileBytes(session.inWorkspace("intro_asset/data.xml")), document);
+  EXPECT_FALSE(fs::exists(session.backupFolder()));
+}
+
+TEST(SettingsWindow, TheCloseButtonAsksAndCancelReverts) {
+  const AlertAnswers alerts({NSAlertSecondButtonReturn});
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  const std::string before = session.fingerprint();
+  append(session.inWorkspace("b.png"), "edited");
+  [session.window() performClose:nil];
+  EXPECT_EQ(alerts.shown().size(), 1U);
+  EXPECT_EQ([session.controller() closeMode], 0);
+  EXPECT_EQ(session.fingerprint(), before);
+}
+
+TEST(SettingsWindow, ClosingTwiceAsksOnceAndActsOnce) {
+  const AlertAnswers alerts({NSAlertFirstButtonReturn, NSAlertSecondButtonReturn});
+  const SettingsSession session;
+  NSWindow *window = session.window();
+  [window close];
+  append(session.inWorkspace("b.png"), "after the end");
+  [window close];
+  click(session, @"btnCancel");
+  click(session, @"btnOK");
+  EXPECT_EQ(alerts.shown().size(), 1U);
+  EXPECT_EQ([session.controller() closeMode], 1);
+  EXPECT_EQ(fileBytes(session.inWorkspace("b.png")), "nor thisafter the end");
+}
+
+TEST(SettingsWindow, WithoutItsBackupARevertLeavesTheWorkspaceAsItIs) {
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  fs::remove_all(session.backupFolder());
+  append(session.inWorkspace("b.png"), "edited");
+  click(session, @"btnCancel");
+  EXPECT_EQ(fileBytes(session.inWorkspace("b.png")), "nor thisedited");
+}
+
+TEST(SettingsWindow, WithoutAWorkspaceItEditsTheUsersOwn) {
+  SettingsSession session;
+  [session.controller() setWorkSpace:nil];
+  ASSERT_NE(session.window(), nil);
+  NSString *expected =
+      [[PluginSettingsInfo getSavePluginPath] stringByAppendingPathComponent:@"vireonix"];
+  EXPECT_EQ(utf8([session.controller() workSpace]), utf8(expected));
+  EXPECT_TRUE(fs::exists(path(expected) + "/index.html"));
+  EXPECT_TRUE(fs::exists(path(expected) + "/book.swf"));
+  click(session, @"btnCancel");
+  fs::remove_all(path(expected));
+}
+
+TEST(SettingsWindow, NilArgumentsKeepWhatAnEarlierControllerWasGiven) {
+  const SettingsSession earlier;
+  PluginSettingsDelegate *controller =
+      [[[PluginSettingsDelegate alloc] initWithLanguageCode:nil bundlePath:nil] autorelease];
+  EXPECT_EQ(utf8(defaultLanguageCode()), "en");
+  EXPECT_EQ([controller bundlePath], nil);
+  EXPECT_TRUE([[controller windowNibPath] hasPrefix:@VIREONIX_BUNDLE])
+      << utf8([controller windowNibPath]);
+}
+
+TEST(SettingsWindow, AModalSessionReturnsTheCloseMode) {
+  for (NSString *button in @[ @"btnOK", @"btnCancel" ]) {
+    const SettingsSession session(true);
+    ASSERT_NE(session.window(), nil);
+    [session.field(button) performSelector:@selector(performClick:)
+                                withObject:nil
+                                afterDelay:0.2
+                                   inModes:@[ NSModalPanelRunLoopMode ]];
+    const NSInteger code = [NSApp runModalForWindow:session.window()];
+    EXPECT_EQ(code, [session.controller() closeMode]);
+    EXPECT_EQ(code, [button isEqualToString:@"btnOK"] ? 1 : 0);
+  }
+}
+
+TEST(SettingsWindow, TheTimerReloadsInItsOwnModeOnly) {
+  for (const bool modal : {false, true}) {
+    const SettingsSession session(modal);
+    ASSERT_NE(session.window(), nil);
+    NSString *own = modal ? NSModalPanelRunLoopMode : NSDefaultRunLoopMode;
+    NSString *other = modal ? NSDefaultRunLoopMode : NSModalPanelRunLoopMode;
+    pumpFor(0.8, other);
+    EXPECT_TRUE([session.controller() isChange]);
+    EXPECT_TRUE(pumpUntil([&session] { return ![session.controller() isChange]; }, 5, own));
+    click(session, @"btnCancel");
+  }
+}
+
+TEST(SettingsWindow, ReleasingBeforeTheWindowWasLoadedIsHarmless) {
+  SettingsSession session;
+  session.releaseController();
+  SUCCEED();
+}
