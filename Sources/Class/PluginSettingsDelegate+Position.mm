@@ -102,6 +102,8 @@ static void cutText(NSTextField *field, NSString *text, NSString *kept) {
   if ([[NSFileManager defaultManager] fileExistsAtPath:folder]) {
     // One at a time, so that of two saves the later one is what stays.
     @synchronized(self) {
+      if (isReverted)
+        return;
       PositionRect *record = [[[PositionRect alloc] init] autorelease];
       [record setPosition:[self positionToSaveFromAnyThread]];
       [record saveToFile:[folder stringByAppendingPathComponent:kSettingsName]];

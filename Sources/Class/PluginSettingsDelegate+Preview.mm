@@ -17,6 +17,10 @@ static const NSUInteger kHiddenWebViewLimit = 8;
 }
 
 - (void)restoreWorkSpace {
+  // A save that is still on its way must not change what was put back.
+  @synchronized(self) {
+    isReverted = YES;
+  }
   (void)backup.restore(path(workSpace), path(backupSettingPath));
   [self removeBackupWorkSpace];
 }

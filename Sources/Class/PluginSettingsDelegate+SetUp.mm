@@ -15,11 +15,11 @@ static const NSTimeInterval kPreviewInterval = 0.33;
 @implementation PluginSettingsDelegate (SetUp)
 
 - (void)wireControls {
-  [txtLeft setDelegate:(id)self];
-  [txtTop setDelegate:(id)self];
-  [txtRight setDelegate:(id)self];
-  [txtBottom setDelegate:(id)self];
-  [txtTransparency setDelegate:(id)self];
+  [txtLeft setDelegate:static_cast<id>(self)];
+  [txtTop setDelegate:static_cast<id>(self)];
+  [txtRight setDelegate:static_cast<id>(self)];
+  [txtBottom setDelegate:static_cast<id>(self)];
+  [txtTransparency setDelegate:static_cast<id>(self)];
   [sldTrans setTarget:self];
   [sldTrans setAction:@selector(onTransparencyChange:)];
   [btnDefault setTarget:self];
@@ -114,7 +114,7 @@ static const NSTimeInterval kPreviewInterval = 0.33;
   }
   [privateView setOwer:nil];
   [positionView setOwer:nil];
-  if ([self isWindowLoaded] && [[self window] delegate] == (id)self)
+  if ([self isWindowLoaded] && [[self window] delegate] == static_cast<id>(self))
     [[self window] setDelegate:nil];
 }
 

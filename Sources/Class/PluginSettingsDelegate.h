@@ -47,7 +47,9 @@
   BOOL isOKCancelButton;
 
   // Beyond the host's contract.
-  BOOL hasEnded;                          // the window has closed once
+  BOOL hasEnded;   // the window has closed once
+  BOOL isReverted; // the backup is back, or being put back: no save may follow. Under
+                   // @synchronized(self)
   vireonix::core::WorkspaceBackup backup; // this session's
   NSMutableArray *hiddenWebViews;         // made for pages that asked for a new window; retained
 }

@@ -119,6 +119,9 @@ static const int32_t kCloseModeApply = 1;
   isOKCancelButton = YES;
   [self setCloseMode:kCloseModeApply];
   [privateView onSave:nil];
+  // The panel has the position saved on a thread of its own; a host may end the process before
+  // that.
+  [self saveGlobalSettings];
   [self close];
 }
 

@@ -4,6 +4,7 @@
 #import "Class/PluginSettingsInfo.h"
 #import "Locale.h"
 #import "support/alerts.h"
+#import "support/fingerprint.h"
 #import "support/run_loop.h"
 #import "vireonix/PrivateView.h"
 
@@ -174,9 +175,7 @@ TEST(SettingsWindow, AModalSessionReturnsTheCloseMode) {
   for (NSString *button in @[ @"btnOK", @"btnCancel" ]) {
     const SettingsSession session(true);
     ASSERT_NE(session.window(), nil);
-    [session.field(button) performSelector:@selector(performClick:)
-                                withObject:nil
-                                afterDelay:0.2
+    [session.field(button) performSelector:@selector(performClick:) withObject:nil afterDelay:0.2
                                    inModes:@[ NSModalPanelRunLoopMode ]];
     const NSInteger code = [NSApp runModalForWindow:session.window()];
     EXPECT_EQ(code, [session.controller() closeMode]);

@@ -8,8 +8,9 @@
 
 namespace vireonix::test {
 
-/// The controller on the real bundle and a fresh workspace with a document of two slides, a settings file, a hidden file, a
-/// link and an executable. The controller is released at the end; the folder goes with it.
+/// The controller on the real bundle and a fresh workspace with a document of two slides, a
+/// settings file, a hidden file, a link and an executable. The controller is released at the end;
+/// the folder goes with it.
 class SettingsSession {
 public:
   explicit SettingsSession(bool modal = false);
@@ -28,7 +29,8 @@ public:
   [[nodiscard]] std::string backupFolder() const;
   [[nodiscard]] const TemporaryFolder &folder() const { return folder_; }
 
-  /// Everything about the workspace that a revert must bring back: paths, kinds, modes, times, link targets and bytes.
+  /// Everything about the workspace that a revert must bring back: paths, kinds, modes, times, link
+  /// targets and bytes.
   [[nodiscard]] std::string fingerprint() const;
 
   /// Lets go of the controller before the end.

@@ -40,7 +40,9 @@ SettingsSession::SettingsSession(bool modal) {
   [controller_ setModalMode:modal];
 }
 
-SettingsSession::~SettingsSession() { releaseController(); }
+SettingsSession::~SettingsSession() {
+  releaseController();
+}
 
 std::string SettingsSession::inWorkspace(const std::string &relative) const {
   return workspace() + "/" + relative;
@@ -50,7 +52,9 @@ std::string SettingsSession::backupFolder() const {
   return bridge::path(NSTemporaryDirectory()) + "/vireonix";
 }
 
-std::string SettingsSession::fingerprint() const { return treeFingerprint(workspace()); }
+std::string SettingsSession::fingerprint() const {
+  return treeFingerprint(workspace());
+}
 
 void SettingsSession::releaseController() {
   [controller_ release];
