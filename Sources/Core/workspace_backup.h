@@ -30,7 +30,8 @@ public:
   Status take(std::string_view workspace, std::string_view backup);
 
   /// Makes the workspace what it was when the backup was taken: content, modes, modification times
-  /// and links, those of the workspace folder itself included. Then removes the backup.
+  /// and links, those of the workspace folder itself included. Then removes the backup; when that
+  /// failed, the backup stays until the next session begins.
   ///
   /// Nothing changes when nothing is at `backup`, when the mark says that it is another session's
   /// or another workspace's, or when `take` could not begin. Otherwise the restored tree is made
@@ -49,9 +50,15 @@ public:
 private:
   enum class State { NotTaken, Taken, Failed };
 
+  [[nodiscard]] bool isForeign(std::string_view backup) const;
+  Status copyIn(std::string_view workspace, std::string_view backup);
+  /// The folder that is to become what the backup holds; nothing when it is another workspace's.
+  [[nodiscard]] std::optional<std::string> restoreTarget(std::string_view workspace) const;
+
   std::string session_;
   State state_ = State::NotTaken;
-  std::string canonicalWorkspace_;
+  std::string canonical_; // of the workspace backed up: where its folder is,
+  std::string place_;     // and where its path's last entry is, which may be a link to it
   Omissions omissions_;
 };
 

@@ -1,0 +1,59 @@
+#include "backup_mark.h"
+
+#include "file_tree.h"
+
+#include <unistd.h>
+
+#include <atomic>
+#include <charconv>
+#include <chrono>
+
+namespace vireonix::core {
+
+namespace {
+
+constexpr std::string_view kHeading = "vireonix backup 1";
+
+std::string_view takeLine(std::string_view& text) {
+  const size_t end = std::min(text.find('\n'), text.size());
+  const std::string_view line = text.substr(0, end);
+  text.remove_prefix(std::min(end + 1, text.size()));
+  return line;
+}
+
+} // namespace
+
+std::string newBackupSession() {
+  static std::atomic<unsigned> counter{0};
+  const auto now = std::chrono::system_clock::now().time_since_epoch();
+  const auto since = std::chrono::duration_cast<std::chrono::nanoseconds>(now).count();
+  return std::to_string(getpid()) + "-" + std::to_string(since) + "-" + std::to_string(++counter);
+}
+
+std::string backupMarkPath(std::string_view backup) {
+  while (backup.size() > 1 && backup.back() == '/')
+    backup.remove_suffix(1);
+  return std::string(backup) + "-owner";
+}
+
+Status writeBackupMark(std::string_view backup, const BackupMark& mark) {
+  // The workspace comes last because its path may hold any character.
+  return replaceFile(backupMarkPath(backup),
+                     std::string(kHeading) + "\n" + mark.session + "\n" + mark.workspace);
+}
+
+std::optional<BackupMark> readBackupMark(std::string_view backup) {
+  const std::optional<std::string> text = readFile(backupMarkPath(backup));
+  if (!text)
+    return std::nullopt;
+  std::string_view rest = *text;
+  BackupMark mark;
+  if (takeLine(rest) != kHeading)
+    return mark;
+  mark.session = takeLine(rest);
+  std::from_chars(mark.session.data(), mark.session.data() + mark.session.size(), mark.process);
+  mark.workspace = rest;
+  return mark;
+}
+
+} // namespace vireonix::core

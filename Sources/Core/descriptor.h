@@ -1,0 +1,37 @@
+// An open file or folder, closed with its owner.
+#pragma once
+
+#include "core_border.h"
+
+#include <unistd.h>
+
+#include <utility>
+
+namespace vireonix::core {
+
+class Descriptor {
+public:
+  Descriptor() = default;
+  /// Takes over what an open call answered, -1 included.
+  explicit Descriptor(int number) : number_(number) {}
+  ~Descriptor() { close(); }
+  Descriptor(const Descriptor&) = delete;
+  Descriptor& operator=(const Descriptor&) = delete;
+  Descriptor(Descriptor&& other) noexcept : number_(std::exchange(other.number_, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(number_, other.number_);
+    return *this;
+  }
+
+  [[nodiscard]] int get() const { return number_; }
+  [[nodiscard]] bool isOpen() const { return number_ >= 0; }
+  void close() {
+    if (isOpen())
+      ::close(std::exchange(number_, -1));
+  }
+
+private:
+  int number_ = -1;
+};
+
+} // namespace vireonix::core
