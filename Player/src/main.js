@@ -39,7 +39,12 @@ function explainUnreadable(host) {
       "The page was opened straight from a folder, and this browser does not let such a page read the files beside " +
         "it. Put the folder on a web server, or open the page in the preview of the slide editor.",
     );
-  else explain(host, "There are no slides yet", `The file ${kDocument} beside this page cannot be read.`);
+  else
+    explain(
+      host,
+      "There are no slides yet",
+      `The file ${kDocument} beside this page cannot be read.`,
+    );
 }
 
 async function start() {
@@ -47,8 +52,10 @@ async function start() {
   const source = await readText().catch(() => null);
   if (source === null) return explainUnreadable(host);
   const slider = readSliderDocument(source, template);
-  if (!slider) return explain(host, "The slides cannot be read", `${kDocument} is not a slider document.`);
-  if (slider.slides.length === 0) return explain(host, "There are no slides yet", "Add a picture to begin.");
+  if (!slider)
+    return explain(host, "The slides cannot be read", `${kDocument} is not a slider document.`);
+  if (slider.slides.length === 0)
+    return explain(host, "There are no slides yet", "Add a picture to begin.");
   const player = new Player(host, slider.slides);
   publish(player);
 }
@@ -60,11 +67,21 @@ async function start() {
 function publish(player) {
   const hook = {
     ready: player.ready,
-    get currentSlide() { return player.stage.index; },
-    get slideCount() { return player.views.length; },
-    get time() { return player.clock.time; },
-    get duration() { return player.current.timing.duration; },
-    get paused() { return player.paused; },
+    get currentSlide() {
+      return player.stage.index;
+    },
+    get slideCount() {
+      return player.views.length;
+    },
+    get time() {
+      return player.clock.time;
+    },
+    get duration() {
+      return player.current.timing.duration;
+    },
+    get paused() {
+      return player.paused;
+    },
     goTo: (/** @type {number} */ index) => player.stage.goTo(index),
     pause: () => player.setPaused(true),
     play: () => player.setPaused(false),

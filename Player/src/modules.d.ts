@@ -3,3 +3,7 @@ declare module "*.xml" {
   export default text;
 }
 declare module "*.css";
+declare module "bundled:*" {
+  const script: string;
+  export default script;
+}

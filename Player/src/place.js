@@ -44,7 +44,8 @@ function firstChange(before, after, preferred) {
   const changed = [];
   for (let at = 0; at < length; ++at) if (before[at] !== after[at]) changed.push(at);
   if (changed.length === 0) return -1;
-  const index = before.length === after.length && changed.includes(preferred) ? preferred : changed[0];
+  const index =
+    before.length === after.length && changed.includes(preferred) ? preferred : changed[0];
   return Math.max(Math.min(index, after.length - 1), 0);
 }
 
@@ -58,7 +59,8 @@ export function findChange(place, slides) {
   const index = firstChange(flat(place.slides), flat(slides), place.index);
   if (index < 0) return null;
   const before = place.slides[index];
-  const sameSlide = before && place.slides.length === slides.length && before.media === slides[index].media;
+  const sameSlide =
+    before && place.slides.length === slides.length && before.media === slides[index].media;
   if (!sameSlide || slides[index].captions.length === 0) return { index, caption: null };
   return { index, caption: firstChange(before.captions, slides[index].captions, -1) };
 }
@@ -79,7 +81,10 @@ export function savePlace(place) {
 export function loadPlace() {
   try {
     const entry = JSON.parse(sessionStorage.getItem(kKey) ?? "null");
-    const whole = entry?.page === location.pathname && Array.isArray(entry.slides) && Number.isInteger(entry.index);
+    const whole =
+      entry?.page === location.pathname &&
+      Array.isArray(entry.slides) &&
+      Number.isInteger(entry.index);
     return whole ? entry : null;
   } catch {
     return null;

@@ -1,6 +1,7 @@
 // Plays a slider document on a stage.
 
 import { Clock } from "./motion/clock.js";
+import { Movie } from "./movie/movie.js";
 import { findChange, loadPlace, marksOf, savePlace } from "./place.js";
 import { SlideView } from "./stage/slide_view.js";
 import { Stage } from "./stage/stage.js";
@@ -25,13 +26,20 @@ export class Player {
     const still = matchMedia("(prefers-reduced-motion: reduce)").matches;
     this.marks = marksOf(slides);
     this.views = slides.map((slide) => new SlideView(slide, still));
+    for (const { media } of this.views)
+      if (media instanceof Movie) media.onFailure = () => this.sayMissing();
     const start = this.findStart();
     this.paused = start.paused;
     this.stopAt = start.stopAt;
     this.visit = 0;
     this.savedAt = 0;
     this.clock = new Clock((time) => this.onTime(time));
-    this.stage = new Stage(host, this.views.map((view) => view.element), start.index, still);
+    this.stage = new Stage(
+      host,
+      this.views.map((view) => view.element),
+      start.index,
+      still,
+    );
     this.current = this.views[start.index];
     this.stage.onChange((index) => this.show(index, 0));
     this.connectControls();
@@ -44,11 +52,15 @@ export class Player {
     const place = loadPlace();
     if (!place) return { index: 0, time: 0, paused: false, stopAt: Infinity };
     const change = findChange(place, this.marks);
-    if (!change) return { index: place.index, time: place.time, paused: place.paused, stopAt: Infinity };
-    const timing = change.caption === null ? null : this.views[change.index].timing.captions[change.caption];
+    if (!change)
+      return { index: place.index, time: place.time, paused: place.paused, stopAt: Infinity };
+    const timing =
+      change.caption === null ? null : this.views[change.index].timing.captions[change.caption];
     const time = timing ? Math.max(timing.enter - kRunUp, 0) : 0;
     // Someone who paused wants to see the change all the same, and then to go on looking at it.
-    const settled = timing?.arrived ?? Math.max(...this.views[change.index].timing.captions.map(({ arrived }) => arrived), 0);
+    const settled =
+      timing?.arrived ??
+      Math.max(...this.views[change.index].timing.captions.map(({ arrived }) => arrived), 0);
     return { index: change.index, time, paused: false, stopAt: place.paused ? settled : Infinity };
   }
 
@@ -64,7 +76,8 @@ export class Player {
     if (event.altKey || event.ctrlKey || event.metaKey || event.shiftKey) return;
     if (event.key === "ArrowLeft") this.stage.goPrevious();
     else if (event.key === "ArrowRight") this.stage.goNext();
-    else if (event.key === " " && !(event.target instanceof HTMLButtonElement)) this.setPaused(!this.paused);
+    else if (event.key === " " && !(event.target instanceof HTMLButtonElement))
+      this.setPaused(!this.paused);
     else return;
     event.preventDefault();
   }
@@ -86,11 +99,15 @@ export class Player {
     this.clock.seek(time);
     const loaded = await this.current.load();
     if (visit !== this.visit) return;
-    if (!loaded) this.stage.notice.show(`“${this.current.slide.media}” cannot be shown.`);
+    if (!loaded) this.sayMissing();
     document.documentElement.dataset.ready = "";
     this.views[(index + 1) % this.views.length].load();
     this.run();
     this.save();
+  }
+
+  sayMissing() {
+    this.stage.notice.show(`“${this.current.slide.media}” cannot be shown.`);
   }
 
   /** @param {number} time */
@@ -103,7 +120,7 @@ export class Player {
 
   advance() {
     if (this.views.length > 1) this.stage.goNext();
-    else this.show(0, 0);
+    else this.clock.seek(0);
   }
 
   /** @param {boolean} paused */
@@ -117,12 +134,19 @@ export class Player {
   /** Lets time pass exactly while the slide is to be seen moving. */
   run() {
     this.stage.setPaused(this.paused);
-    if (this.paused || document.hidden) this.clock.stop();
+    const resting = this.paused || document.hidden;
+    this.current.setPaused(resting);
+    if (resting) this.clock.stop();
     else this.clock.start();
   }
 
   save() {
     this.savedAt = this.clock.time;
-    savePlace({ slides: this.marks, index: this.stage.index, time: this.clock.time, paused: this.paused });
+    savePlace({
+      slides: this.marks,
+      index: this.stage.index,
+      time: this.clock.time,
+      paused: this.paused,
+    });
   }
 }

@@ -26,7 +26,9 @@ const kUnwanted = /[\u0000-\u0008\u000b-\u001f\u007f\u202a-\u202e\u2066-\u2069]/
 
 /** @param {string} source @returns {Map<string, string>} */
 function fontAttributes(source) {
-  return new Map([...source.matchAll(kFontAttribute)].map(([, name, a, b]) => [name.toLowerCase(), a ?? b]));
+  return new Map(
+    [...source.matchAll(kFontAttribute)].map(([, name, a, b]) => [name.toLowerCase(), a ?? b]),
+  );
 }
 
 /** @param {Looks} looks @param {string} tag lower case @param {string} attributes @returns {Looks} */
@@ -48,7 +50,13 @@ class Reader {
     /** @type {Run[]} */
     this.runs = [];
     /** @type {Looks} */
-    this.looks = { bold: false, italic: false, underline: false, size: kDefaultSize, color: kDefaultColor };
+    this.looks = {
+      bold: false,
+      italic: false,
+      underline: false,
+      size: kDefaultSize,
+      color: kDefaultColor,
+    };
     /** @type {{ tag: string, outer: Looks }[]} */
     this.open = [];
     this.started = false;
@@ -67,7 +75,8 @@ class Reader {
     const looks = withTag(this.looks, tag, attributes);
     // The font around the whole caption holds for the caption, even where the typed text closes it.
     if (tag === "font" && !this.started)
-      for (const entry of this.open) entry.outer = { ...entry.outer, size: looks.size, color: looks.color };
+      for (const entry of this.open)
+        entry.outer = { ...entry.outer, size: looks.size, color: looks.color };
     const outer = this.started || tag !== "font" ? this.looks : { ...looks };
     this.open.push({ tag, outer });
     this.looks = looks;

@@ -58,7 +58,9 @@ function readSlide(element, styles) {
   const texts = element.children.filter((child) => child.name === "text");
   return {
     media: (element.attributes.get("Background_image") ?? "").trim(),
-    captions: texts.map((text) => readTextObject(text, styles)).filter((caption) => caption.runs.length > 0),
+    captions: texts
+      .map((text) => readTextObject(text, styles))
+      .filter((caption) => caption.runs.length > 0),
   };
 }
 

@@ -28,20 +28,29 @@ const kToken = new RegExp(
   "y",
 );
 const kAttribute = new RegExp(`(${kName})\\s*=\\s*(?:"([^"]*)"|'([^']*)'|([^\\s"'>]+))`, "g");
-const kEntities = new Map([["amp", "&"], ["lt", "<"], ["gt", ">"], ["quot", '"'], ["apos", "'"]]);
+const kEntities = new Map([
+  ["amp", "&"],
+  ["lt", "<"],
+  ["gt", ">"],
+  ["quot", '"'],
+  ["apos", "'"],
+]);
 
 /**
  * Replaces XML's five predefined entities and character references; everything else stays as it stands.
  * @param {string} text
  */
 export function decodeEntities(text) {
-  return text.replace(/&(#x[0-9a-f]{1,6}|#[0-9]{1,7}|amp|lt|gt|quot|apos);/gi, (whole, /** @type {string} */ body) => {
-    if (!body.startsWith("#")) return kEntities.get(body) ?? whole;
-    const hexadecimal = body[1] === "x" || body[1] === "X";
-    const code = hexadecimal ? parseInt(body.slice(2), 16) : parseInt(body.slice(1), 10);
-    const valid = code > 0 && code <= 0x10ffff && !(code >= 0xd800 && code <= 0xdfff);
-    return valid ? String.fromCodePoint(code) : whole;
-  });
+  return text.replace(
+    /&(#x[0-9a-f]{1,6}|#[0-9]{1,7}|amp|lt|gt|quot|apos);/gi,
+    (whole, /** @type {string} */ body) => {
+      if (!body.startsWith("#")) return kEntities.get(body) ?? whole;
+      const hexadecimal = body[1] === "x" || body[1] === "X";
+      const code = hexadecimal ? parseInt(body.slice(2), 16) : parseInt(body.slice(1), 10);
+      const valid = code > 0 && code <= 0x10ffff && !(code >= 0xd800 && code <= 0xdfff);
+      return valid ? String.fromCodePoint(code) : whole;
+    },
+  );
 }
 
 /**
@@ -91,7 +100,8 @@ class OpenElements {
 
   /** @param {number} level @param {string} source @param {number} end */
   closeTo(level, source, end) {
-    for (const { element, start } of this.stack.splice(level)) element.inner = source.slice(start, end);
+    for (const { element, start } of this.stack.splice(level))
+      element.inner = source.slice(start, end);
   }
 }
 
@@ -108,7 +118,11 @@ export function scanXml(source) {
     else if (groups.text !== undefined) open.innermost.text += decodeEntities(groups.text);
     else if (groups.close !== undefined) open.close(groups.close, source, match.index);
     else if (groups.open !== undefined)
-      open.open(makeElement(groups.open, readAttributes(groups.attributes)), kToken.lastIndex, groups.empty === "/");
+      open.open(
+        makeElement(groups.open, readAttributes(groups.attributes)),
+        kToken.lastIndex,
+        groups.empty === "/",
+      );
   }
   open.closeTo(1, source, source.length);
   return open.document.children[0] ?? null;

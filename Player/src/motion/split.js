@@ -26,14 +26,19 @@ export function possibleUnit(text, unit) {
 /** @param {string} text @param {"grapheme" | "word"} granularity @returns {string[]} */
 function segments(text, granularity) {
   if (typeof Intl.Segmenter === "undefined")
-    return granularity === "grapheme" ? [...text] : text.split(/(\s+)/).filter((part) => part !== "");
-  return [...new Intl.Segmenter(undefined, { granularity }).segment(text)].map(({ segment }) => segment);
+    return granularity === "grapheme"
+      ? [...text]
+      : text.split(/(\s+)/).filter((part) => part !== "");
+  return [...new Intl.Segmenter(undefined, { granularity }).segment(text)].map(
+    ({ segment }) => segment,
+  );
 }
 
 /** Words with their punctuation, spaces and line breaks. @param {string} text @returns {string[]} */
 function pieces(text) {
   const found = text.match(/\n|[^\S\n]+|\S+/g) ?? [];
-  const spaceless = /[\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}\p{Script=Thai}\p{Script=Lao}]/u;
+  const spaceless =
+    /[\p{Script=Han}\p{Script=Hiragana}\p{Script=Katakana}\p{Script=Thai}\p{Script=Lao}]/u;
   return found.flatMap((piece) => (spaceless.test(piece) ? segments(piece, "word") : [piece]));
 }
 

@@ -22,10 +22,24 @@ import { kUnits } from "../document/fields.js";
 
 /** @typedef {import("../document/xml_scan.js").XmlElement} XmlElement */
 
-const kCurves = ["Quad", "Cubic", "Quart", "Quint", "Sine", "Circ", "Expo", "Bounce", "Back", "Elastic"];
+const kCurves = [
+  "Quad",
+  "Cubic",
+  "Quart",
+  "Quint",
+  "Sine",
+  "Circ",
+  "Expo",
+  "Bounce",
+  "Back",
+  "Elastic",
+];
 
 /** The values of the attribute "Ease". */
-export const kEases = Object.freeze(["linear", ...kCurves.flatMap((curve) => ["in", "out", "inOut"].map((way) => way + curve))]);
+export const kEases = Object.freeze([
+  "linear",
+  ...kCurves.flatMap((curve) => ["in", "out", "inOut"].map((way) => way + curve)),
+]);
 
 /**
  * The number attributes with the least, the usual and the greatest value.

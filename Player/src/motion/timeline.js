@@ -21,11 +21,14 @@ function looksAway({ style, direction }) {
   /** @type {Looks} */
   const looks = {};
   if (style.opacity !== 1) looks.opacity = [style.opacity, 1];
-  if (style.move !== 0 && direction.x !== 0) looks.translateX = [`${direction.x * style.move}cqw`, "0cqw"];
-  if (style.move !== 0 && direction.y !== 0) looks.translateY = [`${direction.y * style.move}cqh`, "0cqh"];
+  if (style.move !== 0 && direction.x !== 0)
+    looks.translateX = [`${direction.x * style.move}cqw`, "0cqw"];
+  if (style.move !== 0 && direction.y !== 0)
+    looks.translateY = [`${direction.y * style.move}cqh`, "0cqh"];
   if (style.scale !== 100) looks.scale = [style.scale / 100, 1];
   if (style.rotate !== 0) looks.rotate = [`${style.rotate}deg`, "0deg"];
-  if (style.flip !== 0) looks[direction.x !== 0 ? "rotateY" : "rotateX"] = [`${style.flip}deg`, "0deg"];
+  if (style.flip !== 0)
+    looks[direction.x !== 0 ? "rotateY" : "rotateX"] = [`${style.flip}deg`, "0deg"];
   if (style.blur !== 0) looks.filter = [`blur(${style.blur / 100}em)`, "blur(0em)"];
   return looks;
 }
@@ -61,9 +64,17 @@ export class SlideTimeline {
     const { duration, step, ease, out } = caption.style;
     const delay = parts.length > 1 ? stagger(step * 1000) : 0;
     if (duration > 0 || parts.length > 1)
-      this.timeline.add(parts, { ...entrance(caption), duration: Math.max(duration * 1000, 1), delay, ease }, timing.enter);
+      this.timeline.add(
+        parts,
+        { ...entrance(caption), duration: Math.max(duration * 1000, 1), delay, ease },
+        timing.enter,
+      );
     if (out > 0 && Number.isFinite(timing.leave))
-      this.timeline.add(element, { ...exit(caption), duration: out * 1000, ease: "inQuad" }, timing.leave);
+      this.timeline.add(
+        element,
+        { ...exit(caption), duration: out * 1000, ease: "inQuad" },
+        timing.leave,
+      );
   }
 
   /** @param {number} time milliseconds from the slide's start */

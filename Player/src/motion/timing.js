@@ -31,12 +31,22 @@ export function slideTiming(entries, still) {
   const captions = entries.map(({ caption, parts }) => {
     const { style } = caption;
     const enter = caption.inTime * 1000;
-    const arrived = enter + (still ? 0 : (style.duration + style.step * Math.max(parts - 1, 0)) * 1000);
+    const arrived =
+      enter + (still ? 0 : (style.duration + style.step * Math.max(parts - 1, 0)) * 1000);
     const stays = caption.stayTime === 0;
     const leave = stays ? Infinity : arrived + caption.stayTime * 1000;
-    return { stays, enter, arrived, leave, gone: still ? leave : leave + style.out * 1000, lane: 0 };
+    return {
+      stays,
+      enter,
+      arrived,
+      leave,
+      gone: still ? leave : leave + style.out * 1000,
+      lane: 0,
+    };
   });
-  const ends = captions.map(({ stays, arrived, gone }) => (stays ? arrived + kMinimumStay : gone + kTail));
+  const ends = captions.map(({ stays, arrived, gone }) =>
+    stays ? arrived + kMinimumStay : gone + kTail,
+  );
   const duration = Math.max(kMinimumSlide, ...ends);
   assignLanes(entries, captions);
   return { duration, captions: captions.map(({ stays, ...timing }) => timing) };

@@ -1,20 +1,119 @@
-// A slide's Flash movie.
+// A slide's Flash movie, played in a frame that can reach nothing.
 
-import { make } from "../stage/elements.js";
+import frameScript from "bundled:./frame.js";
+import { mediaAddress } from "../document/media.js";
+import { make, within } from "../stage/elements.js";
+import { emulator, prepareEmulator, readBytes } from "./emulator.js";
+
+const kPatience = 4000;
+const kLongestStart = 20000;
+const kSignatures = ["FWS", "CWS", "ZWS"];
+const kPolicy =
+  "default-src 'none'; script-src 'unsafe-inline' 'wasm-unsafe-eval'; style-src 'unsafe-inline'; img-src data: blob:; media-src data: blob:; font-src data:";
+const kStyle =
+  "html, body { height: 100%; margin: 0; overflow: hidden } ruffle-player { width: 100%; height: 100%; display: block }";
+
+/** @returns {HTMLIFrameElement} not yet part of the page */
+function makeFrame() {
+  const page =
+    `<!DOCTYPE html><meta charset="utf-8"><meta http-equiv="Content-Security-Policy" content="${kPolicy}">` +
+    `<style>${kStyle}</style><body><script>${frameScript}</script>`;
+  // Without "allow-same-origin" the frame's origin is its own: no storage, no files, no page around it.
+  return make("iframe", {
+    sandbox: "allow-scripts",
+    tabindex: "-1",
+    "aria-hidden": "true",
+    srcdoc: page,
+  });
+}
+
+/**
+ * @param {HTMLIFrameElement} frame
+ * @param {ArrayBuffer} movie
+ * @returns {Promise<MessagePort | null>} for orders to the movie; null when it does not play
+ */
+async function playIn(frame, movie) {
+  const opened = new Promise((done) => frame.addEventListener("load", done, { once: true }));
+  const [{ scripts, wasm }] = await Promise.all([emulator(), opened]);
+  const { port1, port2 } = new MessageChannel();
+  const answer = new Promise((/** @type {(port: MessagePort | null) => void} */ done) => {
+    port1.onmessage = ({ data }) => done(data === "playing" ? port1 : null);
+  });
+  frame.contentWindow?.postMessage({ scripts, wasm, movie }, "*", [port2, wasm]);
+  return within(answer, kLongestStart, null);
+}
 
 export class Movie {
   /** @param {string} path as the document names it */
   constructor(path) {
     this.path = path;
     this.element = make("div", { class: "movie" });
+    /** Told when a movie that was found does not play. */
+    this.onFailure = () => {};
+    /** @type {Promise<ArrayBuffer | null> | null} */
+    this.loading = null;
+    /** @type {HTMLIFrameElement | null} */
+    this.frame = null;
+    /** @type {MessagePort | null} */
+    this.port = null;
+    this.paused = false;
   }
 
-  /** @returns {Promise<boolean>} whether the movie can be shown */
+  /** @returns {Promise<boolean>} whether there is such a movie; one that is slow to come counts as there */
   async load() {
-    return false;
+    this.loading ??= this.read().catch(() => null);
+    return within(
+      this.loading.then((movie) => movie !== null),
+      kPatience,
+      true,
+    );
   }
 
-  play() {}
+  /** @returns {Promise<ArrayBuffer | null>} */
+  async read() {
+    const address = mediaAddress(this.path);
+    if (address === "") return null;
+    const movie = await readBytes(address);
+    const signature = String.fromCharCode(...new Uint8Array(movie.slice(0, 3)));
+    if (!kSignatures.includes(signature)) return null;
+    await prepareEmulator();
+    return movie;
+  }
 
-  stop() {}
+  /** Starts the movie from its beginning. */
+  async play() {
+    this.stop();
+    const frame = makeFrame();
+    this.frame = frame;
+    delete this.element.dataset.playing;
+    await this.load();
+    const movie = await this.loading;
+    if (!movie || this.frame !== frame) return;
+    const started = playIn(frame, movie).catch(() => null);
+    this.element.append(frame);
+    const port = await started;
+    if (this.frame !== frame) return;
+    if (!port) return this.fail();
+    this.port = port;
+    this.element.dataset.playing = "";
+    this.setPaused(this.paused);
+  }
+
+  /** @param {boolean} paused */
+  setPaused(paused) {
+    this.paused = paused;
+    this.port?.postMessage(paused ? "pause" : "play");
+  }
+
+  fail() {
+    this.stop();
+    this.onFailure();
+  }
+
+  stop() {
+    this.frame?.remove();
+    this.frame = null;
+    this.port = null;
+    delete this.element.dataset.playing;
+  }
 }

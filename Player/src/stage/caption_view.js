@@ -52,7 +52,8 @@ export class CaptionView {
     }
     return splitCaption(runs, unit).flatMap(({ kind, parts }) => {
       const elements = parts.map(partElement);
-      if (kind === "word" && elements.length > 1) this.shown.append(make("span", { class: "word", dir: "auto" }, elements));
+      if (kind === "word" && elements.length > 1)
+        this.shown.append(make("span", { class: "word", dir: "auto" }, elements));
       else this.shown.append(...elements);
       if (kind === "word") return elements;
       for (const element of elements) element.className = "gap";

@@ -27,5 +27,10 @@ export function make(tag, attributes = {}, children = []) {
  * @returns {Promise<T>}
  */
 export function within(promise, milliseconds, late) {
-  return Promise.race([promise, new Promise((/** @type {(value: T) => void} */ done) => setTimeout(() => done(late), milliseconds))]);
+  return Promise.race([
+    promise,
+    new Promise((/** @type {(value: T) => void} */ done) =>
+      setTimeout(() => done(late), milliseconds),
+    ),
+  ]);
 }

@@ -21,5 +21,8 @@ export class Notice {
 
 /** @param {string} title @param {string} text */
 export function plainMessage(title, text) {
-  return make("main", { class: "message", role: "alert" }, [make("h1", { text: title }), make("p", { text })]);
+  return make("main", { class: "message", role: "alert" }, [
+    make("h1", { text: title }),
+    make("p", { text }),
+  ]);
 }

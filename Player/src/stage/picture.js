@@ -9,7 +9,12 @@ export class Picture {
   /** @param {string} path as the document names it */
   constructor(path) {
     this.path = path;
-    this.element = make("img", { class: "picture", alt: "", draggable: "false", decoding: "async" });
+    this.element = make("img", {
+      class: "picture",
+      alt: "",
+      draggable: "false",
+      decoding: "async",
+    });
     /** @type {Promise<boolean> | null} */
     this.loading = null;
   }

@@ -17,20 +17,34 @@ export class SlideView {
     this.slide = slide;
     this.still = still;
     this.captions = slide.captions.map((caption) => new CaptionView(caption));
-    this.timing = slideTiming(this.captions.map(({ caption, parts }) => ({ caption, parts: parts.length })), still);
+    this.timing = slideTiming(
+      this.captions.map(({ caption, parts }) => ({ caption, parts: parts.length })),
+      still,
+    );
     this.media = isMovie(slide.media) ? new Movie(slide.media) : new Picture(slide.media);
     /** @type {SlideTimeline | null} */
     this.timeline = null;
-    this.element = make("div", { class: "swiper-slide slide" }, [this.media.element, this.captionLayer()]);
+    this.element = make("div", { class: "swiper-slide slide" }, [
+      this.media.element,
+      this.captionLayer(),
+    ]);
   }
 
   captionLayer() {
     const anchors = kAnchors.map((anchor) => {
       const views = this.captions.filter(({ caption }) => caption.anchor === anchor);
-      return make("div", { class: "anchor", "data-anchor": anchor }, views.map((view) => view.element));
+      return make(
+        "div",
+        { class: "anchor", "data-anchor": anchor },
+        views.map((view) => view.element),
+      );
     });
     this.captions.forEach((view, index) => view.setLane(this.timing.captions[index].lane));
-    return make("div", { class: "captions" }, anchors.filter((anchor) => anchor.hasChildNodes()));
+    return make(
+      "div",
+      { class: "captions" },
+      anchors.filter((anchor) => anchor.hasChildNodes()),
+    );
   }
 
   /** @returns {Promise<boolean>} whether there is something behind the captions */
@@ -40,11 +54,17 @@ export class SlideView {
 
   /** The slide comes on show. */
   enter() {
+    this.rewind();
+    if (this.media instanceof Movie) this.media.play();
+  }
+
+  /** The captions begin again. */
+  rewind() {
+    this.timeline?.remove();
     const moving = this.captions.map(({ caption, element, parts }, index) => {
       return { caption, element, parts, timing: this.timing.captions[index] };
     });
-    this.timeline ??= new SlideTimeline(moving, this.still);
-    if (this.media instanceof Movie) this.media.play();
+    this.timeline = new SlideTimeline(moving, this.still);
   }
 
   /** The slide has gone. */
@@ -55,10 +75,16 @@ export class SlideView {
     if (this.media instanceof Movie) this.media.stop();
   }
 
+  /** @param {boolean} paused */
+  setPaused(paused) {
+    if (this.media instanceof Movie) this.media.setPaused(paused);
+  }
+
   /** @param {number} time milliseconds from the slide's start */
   seek(time) {
     this.timeline?.seek(time);
     const scale = this.still ? 1 : 1 + 0.05 * Math.min(time / this.timing.duration, 1);
-    if (this.media instanceof Picture) this.media.element.style.transform = `scale(${scale.toFixed(5)})`;
+    if (this.media instanceof Picture)
+      this.media.element.style.transform = `scale(${scale.toFixed(5)})`;
   }
 }

@@ -25,12 +25,23 @@ export class Stage {
     this.next = button("next", "Next slide");
     this.pause = button("pause", "Pause");
     this.dots = make("div", { class: "dots" });
-    const controls = make("div", { class: "controls" }, [this.previous, this.pause, this.dots, this.next]);
+    const controls = make("div", { class: "controls" }, [
+      this.previous,
+      this.pause,
+      this.dots,
+      this.next,
+    ]);
     controls.hidden = slides.length === 0;
     this.wrapper = make("div", { class: "swiper-wrapper" }, slides);
     this.element = make(
       "div",
-      { class: "swiper stage", role: "region", "aria-roledescription": "carousel", "aria-label": "Slides", tabindex: "0" },
+      {
+        class: "swiper stage",
+        role: "region",
+        "aria-roledescription": "carousel",
+        "aria-label": "Slides",
+        tabindex: "0",
+      },
       [this.wrapper, controls, this.notice.element],
     );
     if (slides.length < 2) this.element.dataset.single = "";
@@ -51,7 +62,11 @@ export class Stage {
       runCallbacksOnInit: false,
       navigation: { prevEl: this.previous, nextEl: this.next, addIcons: false },
       pagination: { el: this.dots, clickable: true },
-      a11y: { slideRole: "group", slideLabelMessage: "{{index}} of {{slidesLength}}", itemRoleDescriptionMessage: "slide" },
+      a11y: {
+        slideRole: "group",
+        slideLabelMessage: "{{index}} of {{slidesLength}}",
+        itemRoleDescriptionMessage: "slide",
+      },
     });
   }
 
