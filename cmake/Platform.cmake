@@ -4,6 +4,9 @@
 # VIREONIX_PARTS names the object libraries that make up the plug-in, for the bundle and for test programs alike.
 add_library(appkit INTERFACE)
 set(VIREONIX_PARTS vireonix_core vireonix_bridge vireonix_platform vireonix_classes)
+if(NOT APPLE)
+  list(APPEND VIREONIX_PARTS vireonix_webkit vireonix_web_engine)
+endif()
 if(VIREONIX_CORE_ONLY)
   return()
 endif()

@@ -1,0 +1,58 @@
+#import "WebKit/WebRunLoopSource.h"
+
+#import "WebKit/WebViewEngine.h"
+
+#include "WebKit/engine/glib_loop.h"
+
+#import <AppKit/AppKit.h>
+
+#include <cstdint>
+
+using vireonix::platform::GlibLoop;
+
+// The page must not make the host's own windows wait.
+static const int kDispatchMilliseconds = 8;
+
+@implementation WebRunLoopSource
+
++ (WebRunLoopSource *)sharedSource {
+  static WebRunLoopSource *source = nil;
+  if (source == nil)
+    source = [WebRunLoopSource new];
+  return source;
+}
+
+- (NSArray *)modes {
+  return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
+}
+
+- (void)start {
+  if (users_++ > 0)
+    return;
+  descriptor_ = reinterpret_cast<void *>(intptr_t{GlibLoop::shared().descriptor()});
+  for (NSString *mode in [self modes])
+    [[NSRunLoop mainRunLoop] addEvent:descriptor_ type:ET_RDESC watcher:self forMode:mode];
+}
+
+- (void)stop {
+  if (--users_ > 0)
+    return;
+  for (NSString *mode in [self modes])
+    [[NSRunLoop mainRunLoop] removeEvent:descriptor_ type:ET_RDESC forMode:mode all:YES];
+}
+
+// Asked before each wait: so this is also where the pages learn what became of their views.
+- (BOOL)runLoopShouldBlock:(BOOL *)shouldTrigger {
+  [WebViewEngine synchronizeAll];
+  *shouldTrigger = GlibLoop::shared().prepare() ? YES : NO;
+  return *shouldTrigger ? NO : YES;
+}
+
+- (void)receivedEvent:(void *)data
+                 type:(RunLoopEventType)type
+                extra:(void *)extra
+              forMode:(NSString *)mode {
+  GlibLoop::shared().dispatch(kDispatchMilliseconds);
+}
+
+@end
