@@ -39,8 +39,8 @@ std::string bundleBeside(const char *program) {
 // False when there is no display to open a window on.
 bool startApplication(Theme theme) {
   @try {
-    [NSApplication sharedApplication];
     InstallHostTheme(theme == Theme::Dark ? HostThemeDark : HostThemeLight);
+    [NSApplication sharedApplication];
     [NSApp finishLaunching];
     return true;
   } @catch (NSException *) {

@@ -1,0 +1,53 @@
+#import "Theme/GNUstep/Defaults.h"
+
+#import <AppKit/AppKit.h>
+
+namespace vireonix::host {
+namespace {
+
+NSString *const kRegular = @"Inter-Regular";
+NSString *const kBold = @"Inter-SemiBold";
+NSString *const kFixedPitch = @"DejaVuSansMono";
+
+} // namespace
+
+void registerThemeDefaults() {
+  NSMutableDictionary *defaults = [NSMutableDictionary dictionary];
+  for (NSString *key in @[
+         @"NSFont", @"NSUserFont", @"NSControlContentFont", @"NSLabelFont", @"NSMenuFont",
+         @"NSMenuBarFont", @"NSMessageFont", @"NSPaletteFont", @"NSToolTipsFont"
+       ])
+    [defaults setObject:kRegular forKey:key];
+  for (NSString *key in @[ @"NSBoldFont", @"NSTitleBarFont" ])
+    [defaults setObject:kBold forKey:key];
+  [defaults addEntriesFromDictionary:@{
+    @"NSUserFixedPitchFont" : kFixedPitch,
+    @"NSFontSize" : @"13",
+    @"NSUserFontSize" : @"13",
+    @"NSLabelFontSize" : @"12",
+    @"NSSmallFontSize" : @"11",
+    @"NSToolTipsFontSize" : @"12",
+    @"NSScrollViewInterfaceStyle" : @"NSMacintoshInterfaceStyle",
+    @"NSScrollerInterfaceStyle" : @"NSMacintoshInterfaceStyle",
+    @"NSMenuInterfaceStyle" : @"NSWindows95InterfaceStyle",
+    @"GSScrollerDefaultWidth" : @"12",
+    @"GSScrollViewNoInnerBorder" : @"YES",
+    @"GSScrollViewUseBottomCorner" : @"NO",
+    @"GSMenuItemHeight" : @"26",
+    @"GSMenuBarHeight" : @"28",
+    @"GSMenuSeparatorHeight" : @"9",
+    @"GSBrowserUseBezels" : @"NO",
+    @"GSSuppressAppIcon" : @"YES",
+    @"GSAppOwnsMiniwindow" : @"NO",
+  }];
+  [[NSUserDefaults standardUserDefaults] registerDefaults:defaults];
+}
+
+void chooseFallbackFonts() {
+  [NSFont setPreferredFontNames:@[
+    @"NotoSans-Regular", @"NotoSansCJKsc-Regular", @"NotoSansArabic-Regular",
+    @"NotoSansHebrew-Regular", @"NotoSansThai-Regular", @"NotoSansDevanagari-Regular", @"DejaVuSans"
+  ]];
+}
+
+} // namespace vireonix::host

@@ -1,0 +1,223 @@
+// Push buttons, check boxes, radio buttons and the arrows on pop-up and combo buttons.
+#import "Theme/GNUstep/Palette.h"
+#import "Theme/GNUstep/Replacement.h"
+#import "Theme/GNUstep/Shapes.h"
+#import "Theme/GNUstep/ThemeClass.h"
+
+#include <array>
+
+using namespace vireonix::host;
+
+namespace {
+
+// A push button of a nib reserves room for a shadow around it; so its shape is smaller.
+constexpr CGFloat kRoomyHeight = 30;
+constexpr CGFloat kPushHeight = 26;
+constexpr CGFloat kPushMargin = 5;
+
+constexpr CGFloat kMarkSize = 16;
+
+Replacement<void, NSImage *, NSRect, NSView *> drawImage;
+Replacement<NSColor *> textColour;
+
+enum class Picture { other, check, radio, comboArrow };
+
+Picture pictureOf(NSImage *image) {
+  NSString *name = [image name];
+  if ([name hasPrefix:@"GSSwitch"])
+    return Picture::check;
+  if ([name hasPrefix:@"GSRadio"])
+    return Picture::radio;
+  if ([name isEqualToString:@"GSComboArrow"])
+    return Picture::comboArrow;
+  return Picture::other;
+}
+
+bool isDefault(NSButtonCell *cell) {
+  NSString *key = [cell keyEquivalent];
+  return [key isEqualToString:@"\r"] || [key isEqualToString:@"\n"];
+}
+
+// Whether the theme fills the shape of this button; some cells draw themselves.
+bool drawsAccent(NSButtonCell *cell) {
+  const SEL drawing = @selector(drawWithFrame:inView:);
+  return isDefault(cell) && [cell isBordered] && ![cell isTransparent] &&
+         [cell methodForSelector:drawing] == [NSButtonCell instanceMethodForSelector:drawing];
+}
+
+NSRect shapeOf(NSRect frame, int style) {
+  if (style != NSRoundedBezelStyle || NSHeight(frame) < kRoomyHeight)
+    return frame;
+  return centred(NSMakeSize(NSWidth(frame) - 2 * kPushMargin, kPushHeight), frame);
+}
+
+bool isPressed(GSThemeControlState state) {
+  return state == GSThemeHighlightedState || state == GSThemeHighlightedFirstResponderState ||
+         state == GSThemeSelectedState || state == GSThemeSelectedFirstResponderState;
+}
+
+void drawPushButton(NSRect shape, bool accent, bool enabled, bool pressed) {
+  if (accent && enabled)
+    fillRounded(shape, kControlRadius, colour(pressed ? Ink::pressedAccent : Ink::accent));
+  else if (accent)
+    fillRounded(shape, kControlRadius, colour(Ink::disabledAccent));
+  else if (!enabled)
+    drawBox(shape, kControlRadius, colour(Ink::disabledButton), colour(Ink::subtleBorder));
+  else
+    drawBox(shape, kControlRadius, colour(pressed ? Ink::pressedButton : Ink::button),
+            colour(Ink::border));
+}
+
+struct MarkState {
+  bool on;
+  bool mixed;
+  bool enabled;
+  bool pressed;
+};
+
+NSColor *markFill(MarkState state) {
+  if (state.on)
+    return colour(!state.enabled  ? Ink::disabledAccent
+                  : state.pressed ? Ink::pressedAccent
+                                  : Ink::accent);
+  return colour(!state.enabled  ? Ink::disabledField
+                : state.pressed ? Ink::pressedButton
+                                : Ink::field);
+}
+
+// The box of a check mark or the circle of a radio button.
+void drawMarkGround(NSRect box, CGFloat radius, MarkState state) {
+  fillRounded(box, radius, markFill(state));
+  if (!state.on)
+    strokeRounded(box, radius, colour(state.enabled ? Ink::strongBorder : Ink::border));
+}
+
+void drawCheckMark(NSRect box, MarkState state, BOOL flipped) {
+  drawMarkGround(box, 4, state);
+  if (!state.on)
+    return;
+  const CGFloat down = flipped ? 1 : -1;
+  const NSPoint centre = NSMakePoint(NSMidX(box), NSMidY(box));
+  NSBezierPath *path = [NSBezierPath bezierPath];
+  if (state.mixed) {
+    [path moveToPoint:NSMakePoint(centre.x - 3.5, centre.y)];
+    [path lineToPoint:NSMakePoint(centre.x + 3.5, centre.y)];
+  } else {
+    [path moveToPoint:NSMakePoint(centre.x - 3.7, centre.y + 0.2 * down)];
+    [path lineToPoint:NSMakePoint(centre.x - 1.1, centre.y + 2.9 * down)];
+    [path lineToPoint:NSMakePoint(centre.x + 3.9, centre.y - 2.7 * down)];
+  }
+  [path setLineWidth:1.9];
+  [path setLineCapStyle:NSRoundLineCapStyle];
+  [path setLineJoinStyle:NSRoundLineJoinStyle];
+  [colour(Ink::accentText) set];
+  [path stroke];
+}
+
+void drawRadioMark(NSRect box, MarkState state) {
+  drawMarkGround(box, kMarkSize / 2, state);
+  if (state.on)
+    fillRounded(NSInsetRect(box, 5, 5), kMarkSize / 2, colour(Ink::accentText));
+}
+
+void drawMark(NSButtonCell *cell, Picture picture, NSRect frame, NSView *view) {
+  const NSRect box = centred(NSMakeSize(kMarkSize, kMarkSize), frame);
+  const MarkState state{.on = [cell state] != NSOffState,
+                        .mixed = [cell state] == NSMixedState,
+                        .enabled = bool([cell isEnabled]),
+                        .pressed = bool([cell isHighlighted])};
+  if (picture == Picture::check)
+    drawCheckMark(box, state, [view isFlipped]);
+  else
+    drawRadioMark(box, state);
+  if ([cell showsFirstResponder] && hasKeyboardFocus(cell, view))
+    drawFocusRing(NSInsetRect(box, -1, -1), picture == Picture::check ? 5 : kMarkSize);
+}
+
+// The toolkit compares this picture by identity; so there is one for each variant.
+NSImage *popUpArrow(id, SEL) {
+  static std::array<NSImage *, 2> pictures{};
+  NSImage *&picture = pictures.at(chosenPalette());
+  if (picture == nil)
+    picture = [chevronPicture(Direction::down, colour(Ink::secondaryText)) retain];
+  return picture;
+}
+
+NSColor *titleColour(id receiver, SEL) {
+  NSButtonCell *cell = receiver;
+  return [cell isEnabled] && drawsAccent(cell) ? colour(Ink::accentText) : textColour(cell);
+}
+
+void drawPicture(id receiver, SEL, NSImage *image, NSRect frame, NSView *view) {
+  NSButtonCell *cell = receiver;
+  const Picture picture = pictureOf(image);
+  if (picture == Picture::other)
+    drawImage(cell, image, frame, view);
+  else if (picture == Picture::comboArrow)
+    drawChevron(frame, Direction::down, [view isFlipped],
+                colour([cell isEnabled] ? Ink::secondaryText : Ink::disabledText));
+  else
+    drawMark(cell, picture, frame, view);
+}
+
+} // namespace
+
+void vireonix::host::replaceButtonMethods() {
+  drawImage.install([NSButtonCell class], @selector(drawImage:withFrame:inView:), &drawPicture);
+  textColour.install([NSButtonCell class], @selector(textColor), &titleColour);
+  static Replacement<NSImage *> arrow;
+  arrow.install([NSPopUpButtonCell class], @selector(_currentArrowImage), &popUpArrow);
+}
+
+@interface HostTheme (Buttons)
+@end
+
+@implementation HostTheme (Buttons)
+
+- (void)drawButton:(NSRect)frame
+                in:(NSCell *)cell
+              view:(NSView *)view
+             style:(int)style
+             state:(GSThemeControlState)state {
+  const bool isButton = [cell isKindOfClass:[NSButtonCell class]];
+  NSButtonCell *button = isButton ? static_cast<NSButtonCell *>(cell) : nil;
+  if (pictureOf([button image]) == Picture::comboArrow)
+    return;
+  drawPushButton(shapeOf(frame, style), isButton && drawsAccent(button), [cell isEnabled],
+                 isPressed(state));
+}
+
+- (GSThemeMargins)buttonMarginsForCell:(NSCell *)cell
+                                 style:(int)style
+                                 state:(GSThemeControlState)state {
+  const CGFloat side = style == NSRoundedBezelStyle ? kPushMargin + 3 : 4;
+  return {.left = side, .right = side, .top = 3, .bottom = 3};
+}
+
+// The accent colour marks the default button; it needs no arrow.
+- (void)setKeyEquivalent:(NSString *)key forButtonCell:(NSButtonCell *)cell {
+}
+
+// The toolkit calls this for the cell that the keyboard acts on.
+- (void)drawFocusFrame:(NSRect)frame view:(NSView *)view {
+  if (![view isKindOfClass:[NSButton class]])
+    return;
+  NSButtonCell *cell = [static_cast<NSButton *>(view) cell];
+  if (![cell isBordered])
+    return;
+  const NSRect shape = shapeOf([view bounds], static_cast<int>([cell bezelStyle]));
+  drawFocusRing(shape, kControlRadius);
+  if (drawsAccent(cell))
+    strokeRounded(NSInsetRect(shape, 2, 2), kControlRadius - 2, colour(Ink::accentText));
+}
+
+- (NSRect)drawButton:(NSRect)border withClip:(NSRect)clip {
+  drawBox(border, kControlRadius, colour(Ink::button), colour(Ink::border));
+  return NSInsetRect(border, 2, 2);
+}
+
+- (NSRect)drawDarkButton:(NSRect)border withClip:(NSRect)clip {
+  return [self drawButton:border withClip:clip];
+}
+
+@end

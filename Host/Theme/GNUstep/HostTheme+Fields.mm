@@ -1,0 +1,66 @@
+// Text fields and the field of a combo box.
+#import "Theme/GNUstep/Palette.h"
+#import "Theme/GNUstep/Replacement.h"
+#import "Theme/GNUstep/Shapes.h"
+#import "Theme/GNUstep/ThemeClass.h"
+
+#include <cmath>
+
+using namespace vireonix::host;
+
+namespace {
+
+constexpr CGFloat kTextMargin = 3;
+
+Replacement<void, NSRect, NSView *> drawBorderAndBackground;
+Replacement<NSRect, NSRect> titleRect;
+
+bool isField(NSTextFieldCell *cell) {
+  return [cell isBezeled] || ([cell isBordered] && [cell isEditable]);
+}
+
+void drawField(NSTextFieldCell *cell, NSRect frame, NSView *view) {
+  const bool enabled = [cell isEnabled];
+  drawBox(frame, kControlRadius, colour(enabled ? Ink::field : Ink::disabledField),
+          colour(enabled ? Ink::border : Ink::subtleBorder));
+  if (hasKeyboardFocus(cell, view))
+    drawFocusRing(frame, kControlRadius);
+}
+
+// The line of text in the middle of a field or a table's row.
+NSRect centredLine(NSRect rect, NSFont *font) {
+  if (font == nil)
+    return rect;
+  const CGFloat line = std::ceil([font defaultLineHeightForFont]);
+  const CGFloat room = NSHeight(rect) - line;
+  // What is high enough for two lines is filled from its top.
+  if (room <= 0 || room >= line)
+    return rect;
+  return NSMakeRect(NSMinX(rect), NSMinY(rect) + std::floor(room / 2), NSWidth(rect), line);
+}
+
+void drawFieldOrLabel(id receiver, SEL, NSRect frame, NSView *view) {
+  NSTextFieldCell *cell = receiver;
+  if (isField(cell))
+    drawField(cell, frame, view);
+  else
+    drawBorderAndBackground(cell, frame, view);
+}
+
+NSRect paddedTitleRect(id receiver, SEL, NSRect bounds) {
+  NSTextFieldCell *cell = receiver;
+  const NSRect rect = titleRect(cell, bounds);
+  const bool isInTable = [[cell controlView] isKindOfClass:[NSTableView class]];
+  if (!isInTable && !isField(cell))
+    return rect;
+  return centredLine(NSInsetRect(rect, kTextMargin, 0), [cell font]);
+}
+
+} // namespace
+
+void vireonix::host::replaceFieldMethods() {
+  drawBorderAndBackground.install([NSTextFieldCell class],
+                                  @selector(_drawBorderAndBackgroundWithFrame:inView:),
+                                  &drawFieldOrLabel);
+  titleRect.install([NSTextFieldCell class], @selector(titleRectForBounds:), &paddedTitleRect);
+}

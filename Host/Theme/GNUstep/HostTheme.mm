@@ -1,0 +1,70 @@
+#import "Theme/HostTheme.h"
+
+#import "Theme/GNUstep/Defaults.h"
+#import "Theme/GNUstep/Palette.h"
+#import "Theme/GNUstep/Replacement.h"
+#import "Theme/GNUstep/Shapes.h"
+#import "Theme/GNUstep/ThemeClass.h"
+
+using namespace vireonix::host;
+
+namespace vireonix::host {
+
+bool hasKeyboardFocus(NSCell *cell, NSView *view) {
+  NSResponder *first = [[view window] firstResponder];
+  if (first == nil || ![[view window] isKeyWindow])
+    return false;
+  if ([first isKindOfClass:[NSText class]]) {
+    NSText *editor = static_cast<NSText *>(first);
+    return [editor isFieldEditor] && static_cast<id>([editor delegate]) == view;
+  }
+  if (first != view)
+    return false;
+  return ![view isKindOfClass:[NSMatrix class]] || [static_cast<NSMatrix *>(view) keyCell] == cell;
+}
+
+} // namespace vireonix::host
+
+@implementation HostTheme
+
+- (NSString *)name {
+  return @"Host";
+}
+
+- (NSColorList *)colors {
+  return systemColours();
+}
+
+// The colours that the toolkit asks for by these names only.
+- (NSColor *)colorNamed:(NSString *)name state:(GSThemeControlState)state {
+  if ([name isEqualToString:@"highlightedTableRowBackgroundColor"])
+    return colour(Ink::accent);
+  if ([name isEqualToString:@"highlightedTableRowTextColor"])
+    return colour(Ink::accentText);
+  if ([name isEqualToString:@"browserHeaderTextColor"])
+    return colour(Ink::secondaryText);
+  if ([name isEqualToString:@"windowBorderColor"])
+    return colour(Ink::border);
+  if ([name isEqualToString:@"toolbarBorderColor"])
+    return colour(Ink::subtleBorder);
+  return [super colorNamed:name state:state];
+}
+
+@end
+
+void InstallHostTheme(HostThemeVariant variant) {
+  static HostTheme *theme = nil;
+  usePalette(variant);
+  if (theme == nil) {
+    registerThemeDefaults();
+    chooseFallbackFonts();
+    replaceButtonMethods();
+    replaceFieldMethods();
+    replaceScrollerMethods();
+    theme = [[HostTheme alloc] initWithBundle:nil];
+    [GSTheme setTheme:theme];
+  } else {
+    [theme deactivate];
+    [theme activate];
+  }
+}

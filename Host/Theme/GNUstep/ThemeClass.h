@@ -1,0 +1,15 @@
+// The theme's class. Its categories draw one kind of control each.
+#pragma once
+
+#import <AppKit/AppKit.h>
+#import <GNUstepGUI/GSTheme.h>
+
+@interface HostTheme : GSTheme
+@end
+
+namespace vireonix::host {
+
+/// Whether the keyboard acts on the control that shows this cell in this view.
+bool hasKeyboardFocus(NSCell *cell, NSView *view);
+
+} // namespace vireonix::host

@@ -1,0 +1,3 @@
+#import "Theme/HostTheme.h"
+
+void InstallHostTheme(HostThemeVariant) {}
