@@ -9,7 +9,7 @@
 @class TableViewProtocol;
 @class XMLElement;
 
-@interface PrivateView : NSView {
+@interface PrivateView : NSView <NSTextFieldDelegate> {
   NSTableView *tableView;
   NSTableView *tbContent;
   NSButton *btnAdd;
@@ -41,14 +41,15 @@
   XMLElement *StyleXML;
   XMLElement *SlideXML;
   NSArray *AlignShortCut;
+  // The slide record whose captions `tbContentProtocol` lists; nil for none.
+  NSMutableDictionary *shownSlide;
+  // Showing a slide has just deselected a caption.
+  BOOL isCaptionLeftForSlide;
 }
 
 /// One-time set-up, after `workSpace`, `ower` and `bundlePath` have been set: installs the
 /// workspace and shows its slides.
 - (void)loadDispInfo;
-/// Writes the slider document, then has the owner save its position file. The sender is not used.
-- (IBAction)onSave:(id)sender;
-
 @property(copy) NSString *workSpace;
 /// The settings window's controller; not retained.
 @property(nonatomic, assign) id ower;
@@ -75,5 +76,69 @@
 @property(nonatomic, assign) IBOutlet NSButton *btnTextColor;
 @property(nonatomic, assign) IBOutlet NSTextField *txtTextSize;
 @property(nonatomic, assign) IBOutlet NSComboBox *comStyle;
+
+@end
+
+// The slider document: PrivateView+Document.mm.
+@interface PrivateView (Document)
+
+/// Writes the slider document, then has the owner save its position file. The sender is not used.
+- (IBAction)onSave:(id)sender;
+
+/// The root of the document that new slides and text objects take their shape from, or nil: the
+/// bundle's, or the workspace's own where there is no bundle.
+- (XMLElement *)getDataXML;
+/// Takes the style definitions from that document, where it has some.
+- (void)loadStyleXML;
+/// Takes the template slide from that document, where it has one.
+- (void)loadSlideXML;
+
+@end
+
+// The list of slides: PrivateView+Slides.mm. Every change is saved at once.
+@interface PrivateView (Slides)
+
+/// Asks for a picture or movie and inserts it before the slide last shown, or appends it when no
+/// slide is selected.
+- (IBAction)onAdd:(id)sender;
+/// Removes the selected slide, and its file when no other slide uses it.
+- (IBAction)onRemove:(id)sender;
+/// Asks for a picture or movie in the place of the shown slide's.
+- (IBAction)onBrowse:(id)sender;
+
+/// Shows the selected slide and its captions.
+- (void)onTableViewChange;
+
+/// Deletes a slide's file, given by its path in the workspace, when exactly one slide uses it. Only
+/// a file or link inside the workspace is deleted.
+- (void)checkRemoveResource:(NSString *)relativePath;
+
+/// The path of a file that the user chooses, or nil.
+- (NSString *)openFile;
+
+@end
+
+// The captions of the selected slide: PrivateView+TextObjects.mm. Every change is saved at once.
+@interface PrivateView (TextObjects)
+
+/// What a new text object starts from: the first one of a slide element. Never nil.
+- (NSMutableDictionary *)getTextDictTemplate:(XMLElement *)slide;
+
+- (void)controlTextDidChange:(NSNotification *)notification;
+- (IBAction)onTypeButtonChange:(id)sender;
+/// Lets the user choose the caption's colour; returns when the colour panel has closed.
+- (IBAction)onColorSelect:(id)sender;
+
+/// Adds a text object of the controls' values before the selected one, or at the end.
+- (IBAction)onContentAdd:(id)sender;
+- (IBAction)onContentRemove:(id)sender;
+/// Gives the selected text object the controls' values.
+- (IBAction)onContentSave:(id)sender;
+
+/// Either table's selection has changed; sent by their data sources.
+- (void)tableViewSelectionDidChange:(NSNotification *)notification;
+
+/// Shows the selected text object in the controls.
+- (void)onContentViewChange;
 
 @end

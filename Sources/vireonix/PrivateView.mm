@@ -1,10 +1,17 @@
 #import "vireonix/PrivateView.h"
 
-namespace {
+#import "Class/FieldText.h"
+#import "Class/PluginSettingsInfo.h"
+#import "Class/RoundedFrame.h"
+#import "Class/TableViewProtocol.h"
+#import "Class/XMLElement.h"
+#import "vireonix/ColorButtonCell.h"
+#import "vireonix/PrivateView+SetUp.h"
+#import "vireonix/panel_controls.h"
 
-constexpr CGFloat kCornerRadius = 4;
+using namespace vireonix;
 
-} // namespace
+static NSString *const kIdentifier = @"vireonix";
 
 @implementation PrivateView
 
@@ -33,29 +40,97 @@ constexpr CGFloat kCornerRadius = 4;
 @synthesize comStyle;
 
 - (void)dealloc {
+  [[NSNotificationCenter defaultCenter] removeObserver:self];
+  [tableViewProtocol setOwer:nil];
+  [tbContentProtocol setOwer:nil];
+  // The tables, released with the view's other subviews, refer to their data sources to the end.
+  [tableViewProtocol autorelease];
+  [tbContentProtocol autorelease];
+  [settingsInfo release];
+  [StyleXML release];
+  [SlideXML release];
+  [AlignShortCut release];
+  [shownSlide release];
   [workSpace release];
   [bundlePath release];
-  [AlignShortCut release];
   [super dealloc];
 }
 
 - (void)drawRect:(NSRect)rect {
-  if (!NSEqualSizes(rect.size, [self frame].size)) {
+  if (coversWholeView(rect, self))
+    strokeRoundedFrame(rect, [NSColor grayColor], 1);
+  else
     [super drawRect:rect];
-    return;
-  }
-  NSBezierPath *border = [NSBezierPath bezierPathWithRoundedRect:rect xRadius:kCornerRadius
-                                                         yRadius:kCornerRadius];
-  [border setLineWidth:1];
-  [[NSColor grayColor] set];
-  [border stroke];
 }
 
 - (void)loadDispInfo {
+  [self makeSettingsInfo];
+  [self resetControls];
+  [self readWorkspaceDocument];
+  if (StyleXML == nil)
+    [self loadStyleXML];
+  [self loadSlideXML];
+  buildColumns(tableView, tableViewProtocol);
+  buildColumns(tbContent, tbContentProtocol);
+  selectedIndex = -1;
+  [self onTableViewChange];
+  [self onContentViewChange];
+  [self wireControls];
+}
+
+- (void)makeSettingsInfo {
+  settingsInfo = [[PluginSettingsInfo alloc] init];
+  [settingsInfo setWorkSpace:[self workSpace]];
+  [settingsInfo setIdentifier:kIdentifier];
+  [settingsInfo setBundlePath:[self bundlePath]];
+  [settingsInfo installWorkSpace];
+}
+
+- (void)resetControls {
+  [btnTextColor setCell:[[[ColorButtonCell alloc] init] autorelease]];
+  for (NSComboBox *combo in [self comboBoxes])
+    selectComboItem(combo, 0);
+  showTextInField(txtInTime, @"0");
+  showTextInField(txtStayTime, @"1");
+  showTextInField(txtTextSize, @"10");
   AlignShortCut = [@[ @"TL", @"TC", @"TR", @"CL", @"C", @"CR", @"BL", @"BC", @"BR" ] retain];
 }
 
-- (IBAction)onSave:(id)sender {
+// Those that the nib has.
+- (NSArray *)comboBoxes {
+  NSMutableArray *combos = [NSMutableArray array];
+  NSComboBox *const all[] = {comAlign, comTextAlign, comTextAnimation, comStartDirection, comStyle};
+  for (NSComboBox *combo : all) {
+    if (combo != nil)
+      [combos addObject:combo];
+  }
+  return combos;
+}
+
+- (void)wireControls {
+  [self wireButton:btnAdd action:@selector(onAdd:)];
+  [self wireButton:btnRemove action:@selector(onRemove:)];
+  [self wireButton:btnSave action:@selector(onSave:)];
+  [self wireButton:btnBrowse action:@selector(onBrowse:)];
+  [btnTextColor setTarget:self];
+  [btnTextColor setAction:@selector(onColorSelect:)];
+  [self wireButton:btnContentAdd action:@selector(onContentAdd:)];
+  [self wireButton:btnContentRemove action:@selector(onContentRemove:)];
+  [self wireButton:btnContentSave action:@selector(onContentSave:)];
+  NSTextField *const fields[] = {txtFileName, txtCaption, txtInTime, txtStayTime, txtTextSize};
+  for (NSTextField *field : fields)
+    [field setDelegate:self];
+  for (NSComboBox *combo in [self comboBoxes]) {
+    [combo setTarget:self];
+    [combo setAction:@selector(onTypeButtonChange:)];
+  }
+  [comAlign setIntercellSpacing:NSMakeSize(1, 2)];
+}
+
+- (void)wireButton:(NSButton *)button action:(SEL)action {
+  [button setShowsBorderOnlyWhileMouseInside:YES];
+  [button setTarget:self];
+  [button setAction:action];
 }
 
 @end

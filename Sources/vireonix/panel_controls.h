@@ -1,0 +1,31 @@
+// What the content editor does with its tables, combo boxes and buttons in several places, robust
+// against a control that the nib lacks. Main thread only.
+#pragma once
+
+#import <AppKit/AppKit.h>
+
+@class TableViewProtocol;
+
+namespace vireonix {
+
+/// The selected row when it is a row of `protocol`'s list, else -1.
+NSInteger selectedRow(NSTableView *table, TableViewProtocol *protocol);
+
+/// A table without columns or data source has nothing to reload, select or deselect, and GNUstep's
+/// raises.
+void reloadTable(NSTableView *table);
+void deselectRows(NSTableView *table);
+/// Selects one row and nothing else.
+void selectRow(NSTableView *table, NSInteger row);
+
+/// Replaces the table's columns by one for each key of `protocol`, which becomes the table's data
+/// source and delegate. Without a protocol the table is left with no columns.
+void buildColumns(NSTableView *table, TableViewProtocol *protocol);
+
+/// Selects an item and shows its text; item 0 for an index out of range.
+void selectComboItem(NSComboBox *combo, NSInteger index);
+
+/// Opaque and enabled, or transparent and disabled.
+void setButtonUsable(NSButton *button, BOOL isUsable);
+
+} // namespace vireonix
