@@ -9,7 +9,6 @@
 #include <memory>
 
 using namespace vireonix::painting;
-using vireonix::test::fileBytes;
 using vireonix::test::TemporaryFolder;
 
 namespace {
@@ -123,7 +122,7 @@ TEST(Gif, FramesKeepTheirColoursAndStoreOnlyWhatChanges) {
   EXPECT_EQ(gif->SColorMap->Colors[red].Blue, 0);
   EXPECT_NE(indexShown(*gif, 1, 2, 2), red);
   EXPECT_EQ(indexShown(*gif, 1, 5, 3), red);
-  EXPECT_EQ(gif->SavedImages[1].RasterBits[8 * 5], Palette::kTransparent);
+  EXPECT_EQ(gif->SavedImages[1].RasterBits[40], Palette::kTransparent);
 }
 
 TEST(Encode, AFileThatCannotBeWrittenIsToldToTheCaller) {
