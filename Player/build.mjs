@@ -12,7 +12,9 @@ const ruffle = join(home, "node_modules", "@ruffle-rs", "ruffle");
 const shipped = ["swiper", "animejs", "@ruffle-rs/ruffle"];
 const target = ["es2022", "safari16"];
 
-/** Makes "bundled:./x.js" the text of that script with all its imports, to be run somewhere else. */
+/**
+ * Makes "bundled:./x.js" the text of that script with all its imports, to be run somewhere else.
+ */
 const bundledScripts = {
   name: "bundled-scripts",
   setup(/** @type {import("esbuild").PluginBuild} */ { onResolve, onLoad }) {

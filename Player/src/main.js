@@ -7,10 +7,14 @@ import { plainMessage } from "./stage/notice.js";
 
 const kDocument = "intro_asset/data.xml";
 
-/** @returns {Promise<string>} the document's text; rejected when the browser or the server does not hand it out */
+/**
+ * @returns {Promise<string>} the document's text; rejected when the browser or the server does
+ *   not hand it out
+ */
 function readText() {
   return new Promise((resolve, reject) => {
-    // Unlike fetch, this also reads neighbour files of a page that was opened from a folder, where that is allowed.
+    // Unlike fetch, this also reads neighbour files of a page that was opened from a folder,
+    // where that is allowed.
     const request = new XMLHttpRequest();
     request.overrideMimeType("text/plain; charset=utf-8");
     request.onload = () => {
@@ -36,8 +40,8 @@ function explainUnreadable(host) {
     explain(
       host,
       "These slides need a web server",
-      "The page was opened straight from a folder, and this browser does not let such a page read the files beside " +
-        "it. Put the folder on a web server, or open the page in the preview of the slide editor.",
+      "The page was opened straight from a folder, and this browser does not let such a page " +
+        "read the files beside it. Put the folder on a web server, or open the page in the preview of the slide editor.",
     );
   else
     explain(

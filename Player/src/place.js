@@ -1,7 +1,7 @@
 // What the player showed before the page was loaded again, and where to go on from there.
 //
-// While the slider is being edited, the page is loaded again after every change of the document. The player then
-// shows what changed, or goes on where it was when nothing did.
+// While the slider is being edited, the page is loaded again after every change of the document.
+// The player then shows what changed, or goes on where it was when nothing did.
 
 /** @typedef {import("./document/slider_document.js").Slide} Slide */
 
@@ -15,7 +15,10 @@
  * @property {boolean} paused
  */
 
-/** @typedef {{ index: number, caption: number | null }} Change the caption is null for the slide as a whole */
+/**
+ * @typedef {{ index: number, caption: number | null }} Change the caption is null for the slide
+ *   as a whole
+ */
 
 /** A short stand-in for a text; equal for equal texts. @param {string} text */
 function digest(text) {

@@ -1,7 +1,8 @@
 // Reads a caption's markup into runs of text with their looks.
 //
-// A caption is "<b><font size="24" color="#FF0000">what was typed</font></b>" with the typed text as it stands. Five
-// tags are known (b, i, u, font, br); whatever else it holds is text, "<" and "&" included.
+// A caption is "<b><font size="24" color="#FF0000">what was typed</font></b>" with the typed text
+// as it stands. Five tags are known (b, i, u, font, br); whatever else it holds is text, "<" and
+// "&" included.
 
 import { decodeEntities } from "./xml_scan.js";
 import { kDefaultColor, kDefaultSize, readColor, readSize } from "./fields.js";
@@ -19,9 +20,20 @@ import { kDefaultColor, kDefaultSize, readColor, readSize } from "./fields.js";
 /** @typedef {Omit<Run, "text">} Looks */
 
 const kMissing = "(null)";
+/** @type {Readonly<Looks>} */
+const kPlain = Object.freeze({
+  bold: false,
+  italic: false,
+  underline: false,
+  size: kDefaultSize,
+  color: kDefaultColor,
+});
 const kTag = /<(\/?)(b|i|u|font|br)((?:\s+[a-z]+\s*=\s*(?:"[^"]*"|'[^']*'))*)\s*\/?>/gi;
+const kFrame =
+  /^\s*<b>\s*<font((?:\s+[a-z]+\s*=\s*(?:"[^"]*"|'[^']*'))*)\s*>([^]*)<\/font>\s*<\/b>\s*$/i;
 const kFontAttribute = /([a-z]+)\s*=\s*(?:"([^"]*)"|'([^']*)')/gi;
-// Embeddings, overrides and isolates would reorder the text around them; other controls draw nothing.
+// Embeddings, overrides and isolates would reorder the text around them; other controls draw
+// nothing.
 const kUnwanted = /[\u0000-\u0008\u000b-\u001f\u007f\u202a-\u202e\u2066-\u2069]/g;
 
 /** @param {string} source @returns {Map<string, string>} */
@@ -31,7 +43,12 @@ function fontAttributes(source) {
   );
 }
 
-/** @param {Looks} looks @param {string} tag lower case @param {string} attributes @returns {Looks} */
+/**
+ * @param {Looks} looks
+ * @param {string} tag lower case
+ * @param {string} attributes
+ * @returns {Looks}
+ */
 function withTag(looks, tag, attributes) {
   if (tag === "b") return { ...looks, bold: true };
   if (tag === "i") return { ...looks, italic: true };
@@ -46,40 +63,25 @@ function withTag(looks, tag, attributes) {
 
 /** Collects the runs of one caption while its tags open and close. */
 class Reader {
-  constructor() {
+  /** @param {Looks} looks of the whole caption */
+  constructor(looks) {
     /** @type {Run[]} */
     this.runs = [];
-    /** @type {Looks} */
-    this.looks = {
-      bold: false,
-      italic: false,
-      underline: false,
-      size: kDefaultSize,
-      color: kDefaultColor,
-    };
+    this.looks = looks;
     /** @type {{ tag: string, outer: Looks }[]} */
     this.open = [];
-    this.started = false;
   }
 
   /** @param {string} raw */
   text(raw) {
     const text = decodeEntities(raw).replace(kUnwanted, "");
-    if (text === "") return;
-    this.started = true;
-    this.runs.push({ text, ...this.looks });
+    if (text !== "") this.runs.push({ text, ...this.looks });
   }
 
   /** @param {string} tag @param {string} attributes */
   begin(tag, attributes) {
-    const looks = withTag(this.looks, tag, attributes);
-    // The font around the whole caption holds for the caption, even where the typed text closes it.
-    if (tag === "font" && !this.started)
-      for (const entry of this.open)
-        entry.outer = { ...entry.outer, size: looks.size, color: looks.color };
-    const outer = this.started || tag !== "font" ? this.looks : { ...looks };
-    this.open.push({ tag, outer });
-    this.looks = looks;
+    this.open.push({ tag, outer: this.looks });
+    this.looks = withTag(this.looks, tag, attributes);
   }
 
   /** @param {string} tag @returns {boolean} whether such a tag was open */
@@ -97,27 +99,35 @@ class Reader {
  * @returns {Run[]} empty when there is nothing to show
  */
 export function readCaption(markup) {
-  const reader = new Reader();
+  // The frame is taken off first, so that nothing that was typed can close it.
+  const [, font, typed] = kFrame.exec(markup) ?? [null, null, markup];
+  if (font !== null && isLost(font, typed)) return [];
+  const reader = new Reader(
+    font === null ? kPlain : withTag({ ...kPlain, bold: true }, "font", font),
+  );
   let from = 0;
-  for (const match of markup.matchAll(kTag)) {
-    reader.text(markup.slice(from, match.index));
+  for (const match of typed.matchAll(kTag)) {
+    reader.text(typed.slice(from, match.index));
     from = match.index + match[0].length;
     const tag = match[2].toLowerCase();
     if (tag === "br") reader.text("\n");
     else if (match[1] === "") reader.begin(tag, match[3]);
     else if (!reader.end(tag)) reader.text(match[0]);
   }
-  reader.text(markup.slice(from));
-  return isLost(markup, reader.runs) ? [] : reader.runs;
+  reader.text(typed.slice(from));
+  return reader.runs;
 }
 
 /**
- * A caption of which text, size and colour are all missing was never a caption: nothing is shown for it.
- * @param {string} markup @param {Run[]} runs
+ * A caption of which text, size and colour are all missing was never a caption.
+ * @param {string} font the attributes
+ * @param {string} typed
  */
-function isLost(markup, runs) {
-  const nothing = captionText(runs).trim() === kMissing;
-  return nothing && markup.includes(`size="${kMissing}"`) && markup.includes(`color="${kMissing}"`);
+function isLost(font, typed) {
+  const attributes = fontAttributes(font);
+  return [typed, attributes.get("size"), attributes.get("color")].every(
+    (value) => value === kMissing,
+  );
 }
 
 /** @param {Run[]} runs @returns {string} the caption as one text, as it is read aloud */

@@ -1,4 +1,5 @@
-// What the values of the slider document mean. This is the only place that says so; README.md shows it as a table.
+// What the values of the slider document mean. This is the only place that says so; README.md
+// shows it as a table.
 
 /**
  * @typedef {object} Direction
@@ -56,7 +57,8 @@ export function readInteger(text, fallback) {
 }
 
 /**
- * The entry of a list that a text names by index; the first entry when the index is none of the list's.
+ * The entry of a list that a text names by index; the first entry when the index is none of the
+ * list's.
  * @template T
  * @param {readonly T[]} list
  * @param {string | undefined} text

@@ -1,7 +1,8 @@
 // Where a slide's media file is, and what kind it is.
 
 /**
- * The document holds plain names: every character that means something in an address is encoded, so "50% off #1.jpg"
+ * The document holds plain names: every character that means something in an address is encoded,
+ * so "50% off #1.jpg"
  * is found, and a name can never leave the page's folder or name another host.
  * @param {string} path relative to the page's folder
  * @returns {string} a relative address; "" when the path names nothing inside the folder

@@ -1,4 +1,5 @@
-// The slider document as the player uses it: slides and captions, every value read, every odd value replaced.
+// The slider document as the player uses it: slides and captions, every value read, every odd
+// value replaced.
 
 import { readCaption } from "./caption.js";
 import * as fields from "./fields.js";
@@ -31,7 +32,11 @@ import { scanXml } from "./xml_scan.js";
 /** @typedef {import("./xml_scan.js").XmlElement} XmlElement */
 /** @typedef {Map<string, import("../motion/styles.js").Style>} Styles */
 
-/** @param {XmlElement} element @param {string} name @returns {XmlElement | undefined} the last one so named */
+/**
+ * @param {XmlElement} element
+ * @param {string} name
+ * @returns {XmlElement | undefined} the last one so named
+ */
 function lastChild(element, name) {
   return element.children.filter((child) => child.name === name).pop();
 }

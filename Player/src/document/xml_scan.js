@@ -1,8 +1,9 @@
 // Reads the slider document's XML, well-formed or not, into plain elements.
 //
-// The browser's own parser answers a malformed document with nothing but an error, so one tolerant scan serves
-// both kinds: an element that is never closed ends with its parent, a closing tag without an opening one is ignored,
-// and a "<" that begins no tag is text. Nothing is fetched and no declared entity is expanded.
+// The browser's own parser answers a malformed document with nothing but an error, so one
+// tolerant scan serves both kinds: an element that is never closed ends with its parent, a
+// closing tag without an opening one is ignored, and a "<" that begins no tag is text. Nothing is
+// fetched and no declared entity is expanded.
 
 /**
  * @typedef {object} XmlElement
@@ -37,7 +38,8 @@ const kEntities = new Map([
 ]);
 
 /**
- * Replaces XML's five predefined entities and character references; everything else stays as it stands.
+ * Replaces XML's five predefined entities and character references; everything else stays as it
+ * stands.
  * @param {string} text
  */
 export function decodeEntities(text) {
@@ -86,13 +88,21 @@ class OpenElements {
     return this.stack[this.stack.length - 1].element;
   }
 
-  /** @param {XmlElement} element @param {number} start where its content begins @param {boolean} empty */
+  /**
+   * @param {XmlElement} element
+   * @param {number} start where its content begins
+   * @param {boolean} empty
+   */
   open(element, start, empty) {
     this.innermost.children.push(element);
     if (!empty && this.stack.length <= kMaximumDepth) this.stack.push({ element, start });
   }
 
-  /** @param {string} name @param {string} source @param {number} end where the closing tag begins */
+  /**
+   * @param {string} name
+   * @param {string} source
+   * @param {number} end where the closing tag begins
+   */
   close(name, source, end) {
     const level = this.stack.map(({ element }) => element.name).lastIndexOf(name);
     if (level > 0) this.closeTo(level, source, end);

@@ -4,7 +4,10 @@
 const kLongestFrame = 100;
 
 export class Clock {
-  /** @param {(time: number) => void} onTime called with milliseconds, on every frame while running and on every seek */
+  /**
+   * @param {(time: number) => void} onTime called with milliseconds, on every frame while running
+   *   and on every seek
+   */
   constructor(onTime) {
     this.onTime = onTime;
     this.time = 0;

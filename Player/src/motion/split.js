@@ -11,14 +11,26 @@
  */
 
 // Letters of these scripts join or stack on their neighbours, so they only move word by word.
-const kJoined =
-  /[\p{Script=Arabic}\p{Script=Syriac}\p{Script=Mongolian}\p{Script=Nko}\p{Script=Devanagari}\p{Script=Bengali}\p{Script=Gurmukhi}\p{Script=Gujarati}\p{Script=Oriya}\p{Script=Tamil}\p{Script=Telugu}\p{Script=Kannada}\p{Script=Malayalam}\p{Script=Sinhala}\p{Script=Tibetan}\p{Script=Myanmar}\p{Script=Khmer}]/u;
+const kJoinedScripts = [
+  ...["Arabic", "Syriac", "Mongolian", "Nko", "Devanagari", "Bengali", "Gurmukhi", "Gujarati"],
+  ...["Oriya", "Tamil", "Telugu", "Kannada", "Malayalam", "Sinhala", "Tibetan", "Myanmar", "Khmer"],
+];
+const kJoined = new RegExp(
+  `[${kJoinedScripts.map((name) => `\\p{Script=${name}}`).join("")}]`,
+  "u",
+);
 const kRightToLeft = /[\u0590-\u08ff\ufb1d-\ufdff\ufe70-\ufeff]/;
 const kLeftToRight = /[\p{Script=Latin}\p{Script=Greek}\p{Script=Cyrillic}\p{Script=Han}]/u;
 
-/** The unit that a text can really be cut into. @param {string} text @param {Unit} unit @returns {Unit} */
+/**
+ * The unit that a text can really be cut into.
+ * @param {string} text
+ * @param {Unit} unit
+ * @returns {Unit}
+ */
 export function possibleUnit(text, unit) {
-  // Parts are laid out one by one, which would lose the order of words in a text of both directions.
+  // Parts are laid out one by one, which would lose the order of words in a text of both
+  // directions.
   if (kRightToLeft.test(text) && kLeftToRight.test(text)) return "caption";
   return unit === "letter" && kJoined.test(text) ? "word" : unit;
 }
@@ -34,7 +46,11 @@ function segments(text, granularity) {
   );
 }
 
-/** Words with their punctuation, spaces and line breaks. @param {string} text @returns {string[]} */
+/**
+ * Words with their punctuation, spaces and line breaks.
+ * @param {string} text
+ * @returns {string[]}
+ */
 function pieces(text) {
   const found = text.match(/\n|[^\S\n]+|\S+/g) ?? [];
   const spaceless =
@@ -42,7 +58,12 @@ function pieces(text) {
   return found.flatMap((piece) => (spaceless.test(piece) ? segments(piece, "word") : [piece]));
 }
 
-/** The runs of a caption between two of its characters. @param {Run[]} runs @param {number} from @param {number} to */
+/**
+ * The runs of a caption between two of its characters.
+ * @param {Run[]} runs
+ * @param {number} from
+ * @param {number} to
+ */
 function runsBetween(runs, from, to) {
   /** @type {Run[]} */
   const cut = [];

@@ -3,7 +3,8 @@
 import { kUnits } from "../document/fields.js";
 
 /**
- * How a caption looks before it has entered (it ends at its plain looks, and leaves the way it came).
+ * How a caption looks before it has entered (it ends at its plain looks, and leaves the way it
+ * came).
  * @typedef {object} Style
  * @property {string} name
  * @property {number} duration seconds that the entrance of one part takes
@@ -17,7 +18,8 @@ import { kUnits } from "../document/fields.js";
  * @property {number} rotate degrees
  * @property {number} flip degrees around the axis across the start direction
  * @property {number} blur hundredths of the caption's size
- * @property {number} wave hundredths of the caption's size that a part swings up and down while entering
+ * @property {number} wave hundredths of the caption's size that a part swings up and down while
+ *   entering
  */
 
 /** @typedef {import("../document/xml_scan.js").XmlElement} XmlElement */
@@ -43,7 +45,8 @@ export const kEases = Object.freeze([
 
 /**
  * The number attributes with the least, the usual and the greatest value.
- * @type {readonly [attribute: string, key: Exclude<keyof Style, "name" | "ease" | "unit">, least: number, usual: number, most: number][]}
+ * @type {readonly [attribute: string, key: Exclude<keyof Style, "name" | "ease" | "unit">, least:
+ *   number, usual: number, most: number][]}
  */
 export const kNumbers = Object.freeze([
   ["Duration", "duration", 0, 0.8, 20],
@@ -78,20 +81,19 @@ function readStyle(name, attributes) {
 }
 
 /**
- * Reads the style definitions. A definition that says nothing but its name means the preset of that name.
+ * Reads the style definitions. What a definition leaves out is taken from the preset of its name.
  * @param {XmlElement[]} presets
  * @param {XmlElement[]} definitions
  * @returns {Map<string, Style>} by name
  */
 export function readStyles(presets, definitions) {
-  /** @type {Map<string, Style>} */
-  const styles = new Map();
+  /** @type {Map<string, Map<string, string>>} */
+  const known = new Map();
   for (const { attributes } of [...presets, ...definitions]) {
     const name = attributes.get("Name");
-    if (name === undefined || (attributes.size === 1 && styles.has(name))) continue;
-    styles.set(name, readStyle(name, attributes));
+    if (name !== undefined) known.set(name, new Map([...(known.get(name) ?? []), ...attributes]));
   }
-  return styles;
+  return new Map([...known].map(([name, attributes]) => [name, readStyle(name, attributes)]));
 }
 
 /** @param {Map<string, Style>} styles @param {string | undefined} name @returns {Style} */

@@ -14,9 +14,15 @@ import { captionState } from "./timing.js";
  * @property {HTMLElement[]} parts enter one after another
  */
 
-/** @typedef {Record<string, (string | number)[]>} Looks pairs of the looks away and the plain looks */
+/**
+ * @typedef {Record<string, (string | number)[]>} Looks pairs of the looks away and the plain
+ *   looks
+ */
 
-/** @param {Caption} caption @returns {Looks} what differs from the plain looks while the caption is away */
+/**
+ * @param {Caption} caption
+ * @returns {Looks} what differs from the plain looks while the caption is away
+ */
 function looksAway({ style, direction }) {
   /** @type {Looks} */
   const looks = {};

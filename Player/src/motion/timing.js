@@ -23,7 +23,8 @@ const kMinimumStay = 3000;
 const kTail = 300;
 
 /**
- * @param {{ caption: Caption, parts: number }[]} entries the captions with the number of their parts
+ * @param {{ caption: Caption, parts: number }[]} entries the captions with the number of their
+ *   parts
  * @param {boolean} still whether captions appear and go at once
  * @returns {SlideTiming}
  */
@@ -53,7 +54,8 @@ export function slideTiming(entries, still) {
 }
 
 /**
- * Captions at one anchor stand below each other while they are seen together, and share a row otherwise.
+ * Captions at one anchor stand below each other while they are seen together, and share a row
+ * otherwise.
  * @param {{ caption: Caption }[]} entries
  * @param {CaptionTiming[]} timings
  */
@@ -70,7 +72,11 @@ function assignLanes(entries, timings) {
   });
 }
 
-/** @param {CaptionTiming} timing @param {number} time @returns {"waiting" | "entering" | "staying" | "leaving" | "gone"} */
+/**
+ * @param {CaptionTiming} timing
+ * @param {number} time
+ * @returns {"waiting" | "entering" | "staying" | "leaving" | "gone"}
+ */
 export function captionState(timing, time) {
   if (time < timing.enter) return "waiting";
   if (time < timing.arrived) return "entering";

@@ -3,7 +3,8 @@
 const kFolder = "js/ruffle/";
 
 /**
- * Reads a file beside the page. XMLHttpRequest also reads from a page that was opened from a folder, where that is allowed.
+ * Reads a file beside the page. XMLHttpRequest also reads from a page that was opened from a
+ * folder, where that is allowed.
  * @param {string} address
  * @returns {Promise<ArrayBuffer>}
  */
@@ -23,7 +24,10 @@ export function readBytes(address) {
   });
 }
 
-/** @param {ArrayBuffer} bytes gzip data, or plain data where the server has unpacked it already @returns {Promise<ArrayBuffer>} */
+/**
+ * @param {ArrayBuffer} bytes gzip data, or plain data where the server has unpacked it already
+ * @returns {Promise<ArrayBuffer>}
+ */
 function unpacked(bytes) {
   const [first, second] = new Uint8Array(bytes, 0, 2);
   if (first !== 0x1f || second !== 0x8b) return Promise.resolve(bytes);
@@ -55,7 +59,10 @@ export async function prepareEmulator() {
   }
 }
 
-/** @returns {Promise<{ scripts: string[], wasm: ArrayBuffer }>} the caller may give the program away */
+/**
+ * @returns {Promise<{ scripts: string[], wasm: ArrayBuffer }>} the caller may give the program
+ *   away
+ */
 export async function emulator() {
   const { scripts, packed } = await prepareEmulator();
   return { scripts, wasm: (await unpacked(packed)).slice(0) };

@@ -1,7 +1,7 @@
 // Runs inside the movie's frame: takes the emulator and the movie from the page, and plays.
 //
-// The frame has an origin of its own and may not ask the network for anything, so whatever the emulator
-// needs arrives in one message.
+// The frame has an origin of its own and may not ask the network for anything, so whatever the
+// emulator needs arrives in one message.
 
 /**
  * @typedef {object} Delivery
@@ -12,7 +12,8 @@
 
 /** @typedef {"pause" | "play"} Order */
 
-// A movie is a moving picture here: it reaches no script, no network, no address, no menu and no full screen.
+// A movie is a moving picture here: it reaches no script, no network, no address, no menu and no
+// full screen.
 const kSettings = {
   allowScriptAccess: false,
   allowNetworking: "none",
@@ -33,7 +34,10 @@ const kSettings = {
   warnOnUnsupportedContent: false,
 };
 
-/** Where the system names no language, some browsers name one that is none, and the emulator does not start. */
+/**
+ * Where the system names no language, some browsers name one that is none, and the emulator does
+ * not start.
+ */
 function ensureLanguage() {
   try {
     new Intl.Locale(navigator.language);

@@ -9,16 +9,20 @@ const kPatience = 4000;
 const kLongestStart = 20000;
 const kSignatures = ["FWS", "CWS", "ZWS"];
 const kPolicy =
-  "default-src 'none'; script-src 'unsafe-inline' 'wasm-unsafe-eval'; style-src 'unsafe-inline'; img-src data: blob:; media-src data: blob:; font-src data:";
+  "default-src 'none'; script-src 'unsafe-inline' 'wasm-unsafe-eval'; " +
+  "style-src 'unsafe-inline'; img-src data: blob:; media-src data: blob:; font-src data:";
 const kStyle =
-  "html, body { height: 100%; margin: 0; overflow: hidden } ruffle-player { width: 100%; height: 100%; display: block }";
+  "html, body { height: 100%; margin: 0; overflow: hidden } " +
+  "ruffle-player { width: 100%; height: 100%; display: block }";
 
 /** @returns {HTMLIFrameElement} not yet part of the page */
 function makeFrame() {
   const page =
-    `<!DOCTYPE html><meta charset="utf-8"><meta http-equiv="Content-Security-Policy" content="${kPolicy}">` +
+    `<!DOCTYPE html><meta charset="utf-8">` +
+    `<meta http-equiv="Content-Security-Policy" content="${kPolicy}">` +
     `<style>${kStyle}</style><body><script>${frameScript}</script>`;
-  // Without "allow-same-origin" the frame's origin is its own: no storage, no files, no page around it.
+  // Without "allow-same-origin" the frame's origin is its own: no storage, no files, no page
+  // around it.
   return make("iframe", {
     sandbox: "allow-scripts",
     tabindex: "-1",
@@ -59,7 +63,10 @@ export class Movie {
     this.paused = false;
   }
 
-  /** @returns {Promise<boolean>} whether there is such a movie; one that is slow to come counts as there */
+  /**
+   * @returns {Promise<boolean>} whether there is such a movie; one that is slow to come counts as
+   *   there
+   */
   async load() {
     this.loading ??= this.read().catch(() => null);
     return within(

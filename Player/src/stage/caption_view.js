@@ -42,7 +42,10 @@ export class CaptionView {
     this.parts = this.fill(possibleUnit(text, unitOf(caption)));
   }
 
-  /** @param {import("../document/fields.js").Unit} unit @returns {HTMLElement[]} the parts that enter */
+  /**
+   * @param {import("../document/fields.js").Unit} unit
+   * @returns {HTMLElement[]} the parts that enter
+   */
   fill(unit) {
     const { runs } = this.caption;
     if (unit === "caption") {

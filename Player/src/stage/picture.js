@@ -19,7 +19,10 @@ export class Picture {
     this.loading = null;
   }
 
-  /** @returns {Promise<boolean>} whether the picture can be shown; a slow one counts as shown when it arrives */
+  /**
+   * @returns {Promise<boolean>} whether the picture can be shown; a slow one counts as shown when
+   *   it arrives
+   */
   load() {
     this.loading ??= this.fetch();
     return within(this.loading, kPatience, true);

@@ -1,4 +1,5 @@
-// The stage: all slides one upon another, one of them on show, and the controls to move between them.
+// The stage: all slides one upon another, one of them on show, and the controls to move between
+// them.
 
 import Swiper from "swiper";
 import { A11y, EffectFade, Navigation, Pagination } from "swiper/modules";
@@ -74,7 +75,10 @@ export class Stage {
     return this.swiper.activeIndex;
   }
 
-  /** @param {(index: number) => void} handler called when another slide comes on show, by whatever means */
+  /**
+   * @param {(index: number) => void} handler called when another slide comes on show, by whatever
+   *   means
+   */
   onChange(handler) {
     this.swiper.on("slideChange", () => handler(this.swiper.activeIndex));
   }

@@ -1,0 +1,112 @@
+import assert from "node:assert/strict";
+import { test } from "node:test";
+import { kEndlessLoop, openAddress, solidMovie } from "../support/movie.js";
+import { firstPixel } from "../support/picture.js";
+import { Session } from "../support/session.js";
+
+const kSlides = [
+  { media: "m.swf", captions: [{ text: "above", attributes: { Align: "C" } }] },
+  { media: "a.png" },
+];
+
+/** @param {Session} session @param {Uint8Array | string} movie */
+async function showMovie(session, movie) {
+  await session.workspace.write("m.swf", movie);
+  await session.show(kSlides);
+}
+
+/** @param {Session} session */
+function waitUntilPlaying(session) {
+  return session.page.waitForSelector(".movie[data-playing]", { timeout: 30000 });
+}
+
+test("a movie plays behind the captions", async (context) => {
+  const session = await Session.start(context);
+  await showMovie(session, solidMovie([10, 200, 40]));
+  await waitUntilPlaying(session);
+  await session.seek(2000);
+  assert.equal(await session.page.isVisible(".caption .shown"), true);
+  let pixel = [0, 0, 0];
+  for (const end = Date.now() + 10000; pixel[1] < 150 && Date.now() < end;)
+    pixel = firstPixel(await session.page.screenshot());
+  assert.deepEqual(pixel, [10, 200, 40]);
+});
+
+test("the emulator is read only for a movie", async (context) => {
+  const session = await Session.start(context);
+  /** @type {string[]} */
+  const requests = [];
+  session.page.on("request", (request) => requests.push(request.url()));
+  await session.show([{ media: "a.png" }, { media: "b.png" }]);
+  await session.page.waitForLoadState("networkidle");
+  assert.deepEqual(
+    requests.filter((url) => url.includes("ruffle")),
+    [],
+  );
+});
+
+test("a movie reaches neither the network nor the page", async (context) => {
+  const session = await Session.start(context);
+  const actions = [
+    openAddress("https://elsewhere.invalid/", "_top"),
+    openAddress("https://elsewhere.invalid/", "_blank"),
+    openAddress("javascript:parent.document.title='taken'", "_self"),
+    openAddress("FSCommand:quit", ""),
+  ];
+  await showMovie(session, solidMovie([10, 20, 200], actions));
+  await waitUntilPlaying(session);
+  assert.equal(await session.page.title(), "Slides");
+  assert.equal(session.page.context().pages().length, 1);
+  const frame = session.page.frames()[1];
+  const reached = await frame.evaluate(async () => {
+    const attempts = [
+      () => parent.document.title,
+      () => localStorage.length,
+      () => document.cookie,
+    ];
+    const tried = attempts.map((attempt) => {
+      try {
+        return attempt() === "" ? "nothing" : "something";
+      } catch {
+        return "refused";
+      }
+    });
+    const image = new Image();
+    image.src = "https://elsewhere.invalid/x.png";
+    return [
+      ...tried,
+      await image.decode().then(
+        () => "loaded",
+        () => "refused",
+      ),
+    ];
+  });
+  assert.deepEqual(reached, ["refused", "refused", "refused", "refused"]);
+  // The browser tells of the picture that this test itself has asked for and not got.
+  const others = session.complaints.splice(0).filter((text) => !text.includes("invalid/x.png"));
+  assert.deepEqual(others, []);
+});
+
+test("a movie that does not end its work leaves the slider running", async (context) => {
+  const session = await Session.start(context);
+  await showMovie(session, solidMovie([10, 20, 200], [kEndlessLoop]));
+  await session.page.keyboard.press("ArrowRight");
+  await session.waitForSlide(1);
+  await session.page.waitForSelector(".swiper-slide-active .picture[data-loaded]");
+  session.complaints.length = 0;
+});
+
+for (const [what, movie] of /** @type {[string, string | Uint8Array][]} */ ([
+  ["something else under a movie's name", "<html>no movie</html>"],
+  ["a movie that breaks off", solidMovie([1, 2, 3]).subarray(0, 12)],
+]))
+  test(`${what} is said in a corner, and the slider goes on`, async (context) => {
+    const session = await Session.start(context);
+    await showMovie(session, movie);
+    await session.page.waitForSelector(".notice:not([hidden])", { timeout: 30000 });
+    assert.equal(await session.page.textContent(".notice"), "“m.swf” cannot be shown.");
+    assert.equal(await session.page.$$eval("iframe", (frames) => frames.length), 0);
+    await session.page.keyboard.press("ArrowRight");
+    await session.waitForSlide(1);
+    session.complaints.length = 0;
+  });
