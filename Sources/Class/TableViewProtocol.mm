@@ -134,9 +134,11 @@ enum RecordType : int32_t { kOfChildren = 0, kOfAttributes = 1 };
 - (void)tableViewSelectionDidChange:(NSNotification *)notification {
   if (ower == nil)
     return;
-  [self performSelectorOnMainThread:@selector(deliverSelectionChange:) withObject:notification
-                      waitUntilDone:NO
-                              modes:mainThreadModes()];
+  @autoreleasepool {
+    [self performSelectorOnMainThread:@selector(deliverSelectionChange:) withObject:notification
+                        waitUntilDone:NO
+                                modes:mainThreadModes()];
+  }
 }
 
 - (void)deliverSelectionChange:(NSNotification *)notification {
