@@ -2,6 +2,7 @@
 
 #import "Bridge/text.h"
 #import "Class/DetachedCall.h"
+#import "Class/FieldText.h"
 #import "Class/Mode/UtilityFunction.h"
 #import "Class/PositionRect.h"
 #import "Class/PositionView.h"
@@ -25,91 +26,73 @@ static const NSTimeInterval kMainThreadPatience = 0.25;
 
 enum : NSInteger { kAsked, kAnswered };
 
-// Carries the record from the main thread to a thread that saves.
-@interface PositionQuestion : NSConditionLock {
+// The record as it was on the main thread when a save asked for it.
+@interface PositionSnapshot : NSConditionLock {
 @public
   core::Position position;
+  uint64_t number; // counts up with time
 }
 @end
 
-@implementation PositionQuestion
+@implementation PositionSnapshot
 @end
-
-// What a field holds, without ending an editing session in it.
-static NSString *textOf(NSTextField *field) {
-  NSText *editor = [field currentEditor];
-  return [NSString stringWithString:editor != nil ? [editor string] : [field stringValue]];
-}
-
-static void showText(NSTextField *field, NSString *text) {
-  NSText *editor = [field currentEditor];
-  if (editor == nil)
-    [field setStringValue:text];
-  else if (![[editor string] isEqualToString:text])
-    [editor setString:text];
-}
 
 static void showNumber(NSTextField *field, double number) {
-  showText(field, bridge::string(core::oneDecimalText(number)));
-}
-
-// Cuts the end of a field's text off; the insertion point stays where it is in what remains.
-static void cutText(NSTextField *field, NSString *text, NSString *kept) {
-  NSText *editor = [field currentEditor];
-  if (editor == nil) {
-    [field setStringValue:kept];
-    return;
-  }
-  const NSUInteger length = [kept length];
-  if (length == [text length])
-    return;
-  NSRange selection = [editor selectedRange];
-  selection.location = MIN(selection.location, length);
-  selection.length = MIN(selection.length, length - selection.location);
-  [editor replaceCharactersInRange:NSMakeRange(length, [text length] - length) withString:@""];
-  [editor setSelectedRange:selection];
+  showTextInField(field, bridge::string(core::oneDecimalText(number)));
 }
 
 @implementation PluginSettingsDelegate (Position)
 
 // Takes the selected layer into the record, as every save does.
-- (core::Position)positionToSave {
+- (void)fillSnapshot:(PositionSnapshot *)snapshot {
   [ptRect setLayer:static_cast<int32_t>([matLayer selectedTag])];
-  return [ptRect position];
+  [snapshot lock];
+  snapshot->position = [ptRect position];
+  snapshot->number = ++snapshotsTaken;
+  [snapshot unlockWithCondition:kAnswered];
 }
 
-- (void)answerPosition:(PositionQuestion *)question {
-  [question lock];
-  question->position = [self positionToSave];
-  [question unlockWithCondition:kAnswered];
+- (PositionSnapshot *)filledSnapshot {
+  PositionSnapshot *snapshot = [[[PositionSnapshot alloc] initWithCondition:kAsked] autorelease];
+  [self fillSnapshot:snapshot];
+  return snapshot;
 }
 
-- (core::Position)positionToSaveFromAnyThread {
+- (PositionSnapshot *)snapshotFromAnyThread {
   if ([NSThread isMainThread])
-    return [self positionToSave];
-  PositionQuestion *question = [[[PositionQuestion alloc] initWithCondition:kAsked] autorelease];
-  [self performSelectorOnMainThread:@selector(answerPosition:) withObject:question waitUntilDone:NO
+    return [self filledSnapshot];
+  PositionSnapshot *snapshot = [[[PositionSnapshot alloc] initWithCondition:kAsked] autorelease];
+  [self performSelectorOnMainThread:@selector(fillSnapshot:) withObject:snapshot waitUntilDone:NO
                               modes:mainThreadModes()];
   NSDate *limit = [NSDate dateWithTimeIntervalSinceNow:kMainThreadPatience];
-  if (![question lockWhenCondition:kAnswered beforeDate:limit])
-    return [self positionToSave];
-  [question unlock];
-  return question->position;
+  if (![snapshot lockWhenCondition:kAnswered beforeDate:limit])
+    return [self filledSnapshot];
+  [snapshot unlock];
+  return snapshot;
 }
 
 - (void)saveGlobalSettings {
-  NSString *folder = [self workSpace];
-  if ([[NSFileManager defaultManager] fileExistsAtPath:folder]) {
-    // One at a time, so that of two saves the later one is what stays.
-    @synchronized(self) {
-      if (isReverted)
-        return;
-      PositionRect *record = [[[PositionRect alloc] init] autorelease];
-      [record setPosition:[self positionToSaveFromAnyThread]];
-      [record saveToFile:[folder stringByAppendingPathComponent:kSettingsName]];
+  // The pool is for threads that were started for this alone.
+  @autoreleasepool {
+    NSString *folder = [self workSpace];
+    if ([[NSFileManager defaultManager] fileExistsAtPath:folder]) {
+      PositionSnapshot *snapshot = [self snapshotFromAnyThread];
+      [self saveSnapshot:snapshot toFile:[folder stringByAppendingPathComponent:kSettingsName]];
     }
+    [self setIsChange:YES];
   }
-  [self setIsChange:YES];
+}
+
+// Of two saves the one that asked later is what stays, whichever thread is faster.
+- (void)saveSnapshot:(PositionSnapshot *)snapshot toFile:(NSString *)path {
+  @synchronized(self) {
+    if (isReverted || snapshot->number <= snapshotSaved)
+      return;
+    snapshotSaved = snapshot->number;
+    PositionRect *record = [[[PositionRect alloc] init] autorelease];
+    [record setPosition:snapshot->position];
+    [record saveToFile:path];
+  }
 }
 
 - (void)loadWorkSpaceSettings {
@@ -144,11 +127,14 @@ static void cutText(NSTextField *field, NSString *text, NSString *kept) {
 }
 
 - (void)updatePositionFields {
-  if ([NSThread isMainThread])
-    [self showMargins];
-  else
-    [self performSelectorOnMainThread:@selector(showDraggedMargins) withObject:nil waitUntilDone:NO
-                                modes:mainThreadModes()];
+  @autoreleasepool {
+    if ([NSThread isMainThread])
+      [self showMargins];
+    else
+      [self performSelectorOnMainThread:@selector(showDraggedMargins) withObject:nil
+                          waitUntilDone:NO
+                                  modes:mainThreadModes()];
+  }
 }
 
 // The window may have closed since the drag step that this belongs to.
@@ -185,9 +171,8 @@ static void cutText(NSTextField *field, NSString *text, NSString *kept) {
   const auto found = std::find(fields.begin(), fields.end(), edited);
   if (edited == nil || found == fields.end())
     return;
-  NSString *text = textOf(edited);
-  NSString *kept = [self checkFloatValueString:text];
-  cutText(edited, text, kept);
+  NSString *kept = [self checkFloatValueString:textOfField(edited)];
+  showTextInField(edited, kept);
   kSetters.at(static_cast<size_t>(found - fields.begin()))(ptRect,
                                                            core::floatValue(bridge::utf8(kept)));
   [positionView loadPositionRect:ptRect];

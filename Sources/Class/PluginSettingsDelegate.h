@@ -50,6 +50,8 @@
   BOOL hasEnded;   // the window has closed once
   BOOL isReverted; // the backup is back, or being put back: no save may follow. Under
                    // @synchronized(self)
+  std::atomic<uint64_t> snapshotsTaken; // of the position record, for saves
+  uint64_t snapshotSaved; // the newest one that is in the file. Under @synchronized(self)
   vireonix::core::WorkspaceBackup backup; // this session's
   NSMutableArray *hiddenWebViews;         // made for pages that asked for a new window; retained
 }
