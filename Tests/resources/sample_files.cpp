@@ -17,7 +17,7 @@ namespace {
 const xmlChar* chars(const char* text) {
   return reinterpret_cast<const xmlChar*>(text);
 }
-const char* text(const xmlChar* chars) {
+const char* plain(const xmlChar* chars) {
   return reinterpret_cast<const char*>(chars);
 }
 
@@ -80,18 +80,18 @@ PictureSize decodeMovie(const std::string& bytes) {
 
 } // namespace
 
-Document parseStrictly(const std::string& source) {
-  return Document(xmlReadMemory(source.data(), static_cast<int>(source.size()), nullptr, nullptr,
+Document parseStrictly(const std::string& text) {
+  return Document(xmlReadMemory(text.data(), static_cast<int>(text.size()), nullptr, nullptr,
                                 XML_PARSE_NONET | XML_PARSE_NOERROR | XML_PARSE_NOWARNING));
 }
 
 std::string nameOf(const xmlNode* node) {
-  return text(node->name);
+  return plain(node->name);
 }
 
 std::string attributeOf(const xmlNode* node, const char* name) {
   xmlChar* value = xmlGetProp(node, chars(name));
-  std::string answer = value == nullptr ? "" : text(value);
+  std::string answer = value == nullptr ? "" : plain(value);
   xmlFree(value);
   return answer;
 }
@@ -99,7 +99,7 @@ std::string attributeOf(const xmlNode* node, const char* name) {
 std::vector<std::string> attributeNames(const xmlNode* node) {
   std::vector<std::string> names;
   for (const xmlAttr* each = node->properties; each != nullptr; each = each->next) {
-    names.emplace_back(text(each->name));
+    names.emplace_back(plain(each->name));
   }
   return names;
 }

@@ -17,8 +17,12 @@ namespace {
 const std::string kSamples = VIREONIX_SAMPLES;
 const std::string kTemplate = VIREONIX_SOURCE_DIR "/Resources/data/intro_asset/data.xml";
 
-std::string documentText(const std::string& sample) {
-  return fileBytes(kSamples + "/" + sample + "/intro_asset/data.xml");
+std::string inSample(const char* sample, const std::string& file) {
+  return fs::path(kSamples) / sample / file;
+}
+
+std::string documentText(const char* sample) {
+  return fileBytes(inSample(sample, "intro_asset/data.xml"));
 }
 
 struct Caption {
@@ -51,25 +55,23 @@ std::vector<Caption> captionsOf(const xmlNode* slide) {
 class Journey : public testing::Test {
 protected:
   void SetUp() override {
-    document_ = parseStrictly(documentText("journey"));
-    ASSERT_NE(document_, nullptr);
-    root_ = xmlDocGetRootElement(document_.get());
-    const xmlNode* data = childNamed(root_, "data");
+    document = parseStrictly(documentText("journey"));
+    ASSERT_NE(document, nullptr);
+    top = xmlDocGetRootElement(document.get());
+    const xmlNode* data = childNamed(top, "data");
     ASSERT_NE(data, nullptr);
-    slides_ = childrenOf(data);
+    slides = childrenOf(data);
   }
 
   [[nodiscard]] static std::string fileOf(const xmlNode* slide) {
     return attributeOf(slide, "Background_image");
   }
 
-  [[nodiscard]] const xmlNode* styles() const {
-    return childNamed(root_, "define_animation_Style");
-  }
+  [[nodiscard]] const xmlNode* styles() const { return childNamed(top, "define_animation_Style"); }
 
-  Document document_;
-  const xmlNode* root_ = nullptr;
-  std::vector<const xmlNode*> slides_;
+  Document document;
+  const xmlNode* top = nullptr;
+  std::vector<const xmlNode*> slides;
 };
 
 void expectRange(const xmlNode* object, const char* name, int low, int high) {
@@ -89,13 +91,13 @@ std::string elementText(const xmlNode* node) {
 } // namespace
 
 TEST_F(Journey, TheDocumentHasStylesAndSlidesAndNothingBetweenThem) {
-  EXPECT_EQ(nameOf(root_), "main");
-  const auto children = childrenOf(root_);
+  EXPECT_EQ(nameOf(top), "main");
+  const auto children = childrenOf(top);
   ASSERT_EQ(children.size(), 2U);
   EXPECT_EQ(nameOf(children[0]), "define_animation_Style");
   EXPECT_EQ(nameOf(children[1]), "data");
-  EXPECT_GE(slides_.size(), 5U);
-  for (const xmlNode* slide : slides_) {
+  EXPECT_GE(slides.size(), 5U);
+  for (const xmlNode* slide : slides) {
     ASSERT_EQ(slide->type, XML_ELEMENT_NODE);
     EXPECT_EQ(nameOf(slide), "slide");
     EXPECT_GE(captionsOf(slide).size(), 3U) << fileOf(slide);
@@ -116,7 +118,7 @@ TEST_F(Journey, ItsStylesAndAttributesAreTheTemplates) {
   }
   EXPECT_EQ(names, expected);
   const xmlNode* slide = childrenOf(childNamed(root, "data")).front();
-  for (const xmlNode* own : slides_) {
+  for (const xmlNode* own : slides) {
     EXPECT_EQ(attributeNames(own), attributeNames(slide));
     for (const Caption& caption : captionsOf(own)) {
       EXPECT_EQ(attributeNames(caption.object), attributeNames(childrenOf(slide).front()));
@@ -130,7 +132,7 @@ TEST_F(Journey, EveryValueOfACaptionIsInItsRange) {
     styleNames.insert(attributeOf(style, "Name"));
   }
   const std::set<std::string> places = {"TL", "TC", "TR", "CL", "C", "CR", "BL", "BC", "BR"};
-  for (const xmlNode* slide : slides_) {
+  for (const xmlNode* slide : slides) {
     for (const Caption& caption : captionsOf(slide)) {
       const xmlNode* object = caption.object;
       EXPECT_TRUE(styleNames.contains(attributeOf(object, "set_animation_style")));
@@ -145,7 +147,7 @@ TEST_F(Journey, EveryValueOfACaptionIsInItsRange) {
 }
 
 TEST_F(Journey, EveryCaptionIsBoldTextWithASizeAndAColour) {
-  for (const xmlNode* slide : slides_) {
+  for (const xmlNode* slide : slides) {
     for (const Caption& caption : captionsOf(slide)) {
       ASSERT_NE(caption.markup, nullptr);
       const xmlNode* bold = xmlDocGetRootElement(caption.markup.get());
@@ -163,7 +165,7 @@ TEST_F(Journey, ItShowsEveryStyleMostPlacesAndSeveralScripts) {
   std::set<std::string> styleNames;
   std::set<std::string> places;
   std::string texts;
-  for (const xmlNode* slide : slides_) {
+  for (const xmlNode* slide : slides) {
     for (const Caption& caption : captionsOf(slide)) {
       styleNames.insert(attributeOf(caption.object, "set_animation_style"));
       places.insert(attributeOf(caption.object, "Align"));
@@ -184,22 +186,22 @@ TEST_F(Journey, EveryFileOfASlideIsThereAndDecodesToItsSize) {
       {"intro_asset/city.jpg", {1600, 1000, 1}},    {"dunes.png", {1200, 750, 1}},
       {"intro_asset/winter.gif", {480, 300, 24}},   {"intro_asset/stars.swf", {640, 400, 96}}};
   std::set<std::string> named;
-  for (const xmlNode* slide : slides_) {
+  for (const xmlNode* slide : slides) {
     const std::string file = fileOf(slide);
     named.insert(file);
     ASSERT_TRUE(expected.contains(file)) << file;
-    const std::optional<PictureSize> size = decodedSize(kSamples + "/journey/" + file);
+    const std::optional<PictureSize> size = decodedSize(inSample("journey", file));
     ASSERT_TRUE(size.has_value()) << file;
     EXPECT_EQ(*size, expected.at(file)) << file;
-    EXPECT_LT(fs::file_size(kSamples + "/journey/" + file), 700'000U) << file;
+    EXPECT_LT(fs::file_size(inSample("journey", file)), 700'000U) << file;
   }
   EXPECT_EQ(named.size(), expected.size());
 }
 
 TEST_F(Journey, ItHasAMovieForThePageAndAPosition) {
-  EXPECT_TRUE(decodedSize(kSamples + "/journey/book.swf").has_value());
+  EXPECT_TRUE(decodedSize(inSample("journey", "book.swf")).has_value());
   for (const char* sample : {"journey", "empty"}) {
-    const std::string position = fileBytes(kSamples + "/" + sample + "/settings.dat");
+    const std::string position = fileBytes(inSample(sample, "settings.dat"));
     EXPECT_TRUE(std::regex_match(position, std::regex("([0-9]+\\.[0-9]\n){5}[01]"))) << position;
   }
 }
@@ -222,7 +224,7 @@ TEST(MalformedSample, ItsDocumentIsNotWellFormed) {
 TEST(DecodedSize, ADamagedPictureHasNone) {
   const TemporaryFolder folder;
   for (const std::string name : {"lake.jpg", "dunes.png", "intro_asset/winter.gif", "book.swf"}) {
-    const std::string whole = fileBytes(kSamples + "/journey/" + name);
+    const std::string whole = fileBytes(inSample("journey", name));
     const std::string half = folder.write(fs::path(name).filename().string(),
                                           std::string_view(whole).substr(0, whole.size() / 2));
     EXPECT_FALSE(decodedSize(half).has_value()) << name;
