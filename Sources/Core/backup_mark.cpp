@@ -4,6 +4,7 @@
 
 #include <unistd.h>
 
+#include <algorithm>
 #include <atomic>
 #include <charconv>
 #include <chrono>
@@ -39,7 +40,8 @@ std::string backupMarkPath(std::string_view backup) {
 Status writeBackupMark(std::string_view backup, const BackupMark& mark) {
   // The workspace comes last because its path may hold any character.
   return replaceFile(backupMarkPath(backup),
-                     std::string(kHeading) + "\n" + mark.session + "\n" + mark.workspace);
+                     std::string(kHeading) + "\n" + mark.session + "\n" + mark.workspace,
+                     Durability::Process);
 }
 
 std::optional<BackupMark> readBackupMark(std::string_view backup) {

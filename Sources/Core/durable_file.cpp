@@ -30,30 +30,47 @@ int keepAttributes(int existing, const struct stat& info, int made) {
   return fchmod(made, info.st_mode & 07777) == 0 ? 0 : errno;
 }
 
-/// Writes `bytes`, behind the content of `before` if that is open, and gives the result its name.
-int writeAndReplace(const EntryPlace& place, int existing, const struct stat* like,
-                    bool keepContent, std::string_view bytes) {
+/// What stands under the name now: nothing, or a regular file, opened when it can be read.
+struct Existing {
+  bool isThere = false;
+  struct stat info {};
+  Descriptor file;
+};
+
+int syncFolder(int folder) {
+  const int error = calls::sync(folder);
+  return error == EINVAL ? 0 : error; // not every file system can sync a folder
+}
+
+int copyBefore(const Existing& existing, const TemporaryFile& file) {
+  if (!existing.file.isOpen())
+    return 0;
+  if (const int error = copyData(existing.file.get(), file.fd()))
+    return error;
+  return lseek(file.fd(), 0, SEEK_END) < 0 ? errno : 0;
+}
+
+enum class Content { Replaced, Extended };
+
+int write(const EntryPlace& place, const Existing& existing, Content content,
+          std::string_view bytes, Durability durability) {
   removeAbandonedFiles(place.folder.get());
+  const bool isSynced = durability == Durability::Machine;
   TemporaryFile file(place.folder.get());
-  if (const int error = file.create(like != nullptr ? kPrivateMode : kNewFileMode))
-    return error;
-  if (keepContent && existing >= 0) {
-    if (const int error = copyData(existing, file.fd()))
-      return error;
-    if (lseek(file.fd(), 0, SEEK_END) < 0)
-      return errno;
-  }
-  if (const int error = writeAll(file.fd(), bytes.data(), bytes.size()))
-    return error;
-  if (like != nullptr)
-    if (const int error = keepAttributes(existing, *like, file.fd()))
-      return error;
-  if (const int error = calls::sync(file.fd()))
-    return error;
-  if (const int error = file.replace(place.name))
-    return error;
-  const int synced = calls::sync(place.folder.get());
-  return synced == EINVAL ? 0 : synced; // not every file system can sync a folder
+  int error = file.create(existing.isThere ? kPrivateMode : kNewFileMode);
+  if (error == 0 && content == Content::Extended)
+    error = copyBefore(existing, file);
+  if (error == 0)
+    error = writeAll(file.fd(), bytes.data(), bytes.size());
+  if (error == 0 && existing.isThere)
+    error = keepAttributes(existing.file.get(), existing.info, file.fd());
+  if (error == 0 && isSynced)
+    error = calls::sync(file.fd());
+  if (error == 0)
+    error = file.replace(place.name);
+  if (error == 0 && isSynced)
+    error = syncFolder(place.folder.get());
+  return error;
 }
 
 Status statusOf(int error, std::string_view path) {
@@ -62,29 +79,30 @@ Status statusOf(int error, std::string_view path) {
 
 } // namespace
 
-Status replaceFile(std::string_view path, std::string_view bytes) {
+Status replaceFile(std::string_view path, std::string_view bytes, Durability durability) {
   const EntryPlace place = placeOf(path);
   if (place.error != 0)
     return statusOf(place.error, path);
-  struct stat info {};
-  if (fstatat(place.folder.get(), place.name.c_str(), &info, AT_SYMLINK_NOFOLLOW) != 0 ||
-      !S_ISREG(info.st_mode))
-    return statusOf(writeAndReplace(place, -1, nullptr, false, bytes), path);
-  const Descriptor existing = openRegular({place.folder.get(), place.name}, info);
-  return statusOf(writeAndReplace(place, existing.get(), &info, false, bytes), path);
+  Existing existing;
+  const int folder = place.folder.get();
+  existing.isThere =
+      fstatat(folder, place.name.c_str(), &existing.info, AT_SYMLINK_NOFOLLOW) == 0 &&
+      S_ISREG(existing.info.st_mode);
+  if (existing.isThere)
+    existing.file = openRegular({folder, place.name}, existing.info);
+  return statusOf(write(place, existing, Content::Replaced, bytes, durability), path);
 }
 
 Status appendToFile(std::string_view path, std::string_view bytes) {
   const EntryPlace place = placeOf(path);
   if (place.error != 0)
     return statusOf(place.error, path);
-  struct stat info {};
-  const Descriptor existing = openFile(path, info);
-  if (existing.isOpen())
-    return statusOf(writeAndReplace(place, existing.get(), &info, true, bytes), path);
-  if (errno != ENOENT)
+  Existing existing;
+  existing.file = openFile(path, existing.info);
+  existing.isThere = existing.file.isOpen();
+  if (!existing.isThere && errno != ENOENT)
     return statusOf(errno, path);
-  return statusOf(writeAndReplace(place, -1, nullptr, false, bytes), path);
+  return statusOf(write(place, existing, Content::Extended, bytes, Durability::Machine), path);
 }
 
 std::optional<std::string> readFile(std::string_view path) {

@@ -85,13 +85,19 @@ Status removeTree(std::string_view path);
 /// one step where the file system can, else by three renames.
 Status exchangeTrees(std::string_view first, std::string_view second);
 
-/// Replaces the file's content in one step and durably: temporary file in the same folder, sync,
-/// rename, sync of the folder. The mode of an existing file is kept. Where a link stands, the link
-/// itself is replaced by a file, never what it leads to. On failure the old file is whole, and no
-/// temporary file stays. Temporary files that killed processes left in the folder are removed.
-Status replaceFile(std::string_view path, std::string_view bytes);
+/// What a finished write survives: the machine failing, or only this process being killed.
+enum class Durability { Machine, Process };
 
-/// Like replaceFile, with `bytes` added behind the present content, which is not read into memory.
+/// Replaces the file's content in one step: temporary file in the same folder, sync, rename, sync
+/// of the folder (no sync for Durability::Process). The mode of an existing file is kept. Where a
+/// link stands, the link itself is replaced by a file, never what it leads to. On failure the old
+/// file is whole, and no temporary file stays. Temporary files that killed processes left in the
+/// folder are removed.
+Status replaceFile(std::string_view path, std::string_view bytes,
+                   Durability durability = Durability::Machine);
+
+/// Like replaceFile, surviving the machine failing, with `bytes` added behind the present content,
+/// which is not read into memory.
 /// A link to a regular file is replaced by a file with that content and `bytes`.
 Status appendToFile(std::string_view path, std::string_view bytes);
 

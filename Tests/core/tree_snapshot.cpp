@@ -1,7 +1,5 @@
 #include "tree_snapshot.h"
 
-#include "support/temporary_folder.h"
-
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -175,6 +173,10 @@ void setTime(const std::string& path, long seconds, long nanoseconds) {
   const std::array<timespec, 2> times{timespec{seconds, nanoseconds},
                                       timespec{seconds, nanoseconds}};
   EXPECT_EQ(utimensat(AT_FDCWD, path.c_str(), times.data(), AT_SYMLINK_NOFOLLOW), 0);
+}
+
+std::string farFrom(const TemporaryFolder& folder) {
+  return "/dev/shm/" + folder.path().filename().string() + "-far";
 }
 
 void inChild(const std::function<void()>& body) {

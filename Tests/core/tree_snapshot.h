@@ -1,6 +1,8 @@
 // What the tests of folder trees share: making entries, and comparing whole trees exactly.
 #pragma once
 
+#include "support/temporary_folder.h"
+
 #include <functional>
 #include <map>
 #include <random>
@@ -23,6 +25,9 @@ bool isLink(const std::string& path);
 std::string linkTarget(const std::string& path);
 /// Sets the modification time to a moment in the past, with nanoseconds.
 void setTime(const std::string& path, long seconds, long nanoseconds = 0);
+
+/// A path that is not taken, on another file system than the folders of tests usually are.
+std::string farFrom(const TemporaryFolder& folder);
 
 /// Runs the body in a process of its own as a user without privileges; a failed expectation in it
 /// fails the test.

@@ -123,7 +123,7 @@ TEST(KilledRestore, LeavesTheWorkspaceWholeAsEditedOrAsRestored) {
 TEST(KilledRestore, LeavesTheWorkspaceWholeWhenTheBackupIsOnAnotherFileSystem) {
   const TemporaryFolder folder;
   fs::create_directory(folder.at("home"));
-  const std::string backup = "/dev/shm/" + folder.path().filename().string();
+  const std::string backup = farFrom(folder);
   killAtManyInstants(folder, backup);
   EXPECT_TRUE(removeTree(backup).ok());
   EXPECT_TRUE(removeTree(backup + "-owner").ok());

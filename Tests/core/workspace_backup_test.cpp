@@ -299,7 +299,7 @@ TEST_F(BackupOfWorkspace, AWorkspaceThatIsAFileOrHoldsTheBackupIsNotBackedUp) {
 }
 
 TEST_F(BackupOfWorkspace, ABackupOnAnotherFileSystemIsRestoredTheSame) {
-  const std::string far = "/dev/shm/" + folder.path().filename().string();
+  const std::string far = farFrom(folder);
   ASSERT_TRUE(session.prepare(far).ok());
   ASSERT_TRUE(session.take(workspace, far).ok());
   edit();
@@ -445,7 +445,7 @@ TEST_F(BackupOfWorkspace, RandomEditsAreRevertedExactlyAndNothingOutsideIsTouche
     growTree(workspace, random, 25);
     original = snapshot(workspace);
     const bool isFar = seed % 3 == 0;
-    backup = (isFar ? "/dev/shm/" : folder.at("tmp/")) + folder.path().filename().string();
+    backup = isFar ? farFrom(folder) : folder.at("tmp/vireonix");
     begin();
     editTree(workspace, random, 25);
     fs::create_directory_symlink("../outside", workspace + "/leading out");
