@@ -3,30 +3,10 @@
 import template from "../../Resources/data/intro_asset/data.xml";
 import { readSliderDocument } from "./document/slider_document.js";
 import { Player } from "./player.js";
+import { kFromFolder, readDocument } from "./reading.js";
 import { plainMessage } from "./stage/notice.js";
 
 const kDocument = "intro_asset/data.xml";
-
-/**
- * @returns {Promise<string>} the document's text; rejected when the browser or the server does
- *   not hand it out
- */
-function readText() {
-  return new Promise((resolve, reject) => {
-    // Unlike fetch, this also reads neighbour files of a page that was opened from a folder,
-    // where that is allowed.
-    const request = new XMLHttpRequest();
-    request.overrideMimeType("text/plain; charset=utf-8");
-    request.onload = () => {
-      const found = request.status === 200 || (request.status === 0 && request.responseText !== "");
-      if (found) resolve(request.responseText);
-      else reject(new Error(`status ${request.status}`));
-    };
-    request.onerror = () => reject(new Error("refused"));
-    request.open("GET", kDocument);
-    request.send();
-  });
-}
 
 /** @param {HTMLElement} host @param {string} title @param {string} text */
 function explain(host, title, text) {
@@ -36,12 +16,13 @@ function explain(host, title, text) {
 
 /** @param {HTMLElement} host */
 function explainUnreadable(host) {
-  if (location.protocol === "file:")
+  if (kFromFolder)
     explain(
       host,
       "These slides need a web server",
       "The page was opened straight from a folder, and this browser does not let such a page " +
-        "read the files beside it. Put the folder on a web server, or open the page in the preview of the slide editor.",
+        "read the files beside it. Put the folder on a web server, or open the page in the " +
+        "preview of the slide editor.",
     );
   else
     explain(
@@ -53,7 +34,8 @@ function explainUnreadable(host) {
 
 async function start() {
   const host = document.getElementById("player") ?? document.body;
-  const source = await readText().catch(() => null);
+  const read = readDocument(kDocument);
+  const source = read instanceof Promise ? await read : read;
   if (source === null) return explainUnreadable(host);
   const slider = readSliderDocument(source, template);
   if (!slider)

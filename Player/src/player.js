@@ -1,8 +1,8 @@
 // Plays a slider document on a stage.
 
 import { Clock } from "./motion/clock.js";
-import { Movie } from "./movie/movie.js";
 import { findChange, loadPlace, marksOf, savePlace } from "./place.js";
+import { settledTime } from "./motion/timing.js";
 import { SlideView } from "./stage/slide_view.js";
 import { Stage } from "./stage/stage.js";
 
@@ -26,8 +26,7 @@ export class Player {
     const still = matchMedia("(prefers-reduced-motion: reduce)").matches;
     this.marks = marksOf(slides);
     this.views = slides.map((slide) => new SlideView(slide, still));
-    for (const { media } of this.views)
-      if (media instanceof Movie) media.onFailure = () => this.sayMissing();
+    for (const view of this.views) view.media.onFailure = () => this.onFailure(view);
     const start = this.findStart();
     this.paused = start.paused;
     this.stopAt = start.stopAt;
@@ -41,7 +40,7 @@ export class Player {
       still,
     );
     this.current = this.views[start.index];
-    this.stage.onChange((index) => this.show(index, 0));
+    this.stage.onChange((index) => this.onChange(index));
     this.connectControls();
     /** Settles when the first slide can be seen. */
     this.ready = this.show(start.index, start.time);
@@ -58,9 +57,7 @@ export class Player {
       change.caption === null ? null : this.views[change.index].timing.captions[change.caption];
     const time = timing ? Math.max(timing.enter - kRunUp, 0) : 0;
     // Someone who paused wants to see the change all the same, and then to go on looking at it.
-    const settled =
-      timing?.arrived ??
-      Math.max(...this.views[change.index].timing.captions.map(({ arrived }) => arrived), 0);
+    const settled = timing?.arrived ?? settledTime(this.views[change.index].timing);
     return { index: change.index, time, paused: false, stopAt: place.paused ? settled : Infinity };
   }
 
@@ -80,6 +77,13 @@ export class Player {
       this.setPaused(!this.paused);
     else return;
     event.preventDefault();
+  }
+
+  /** @param {number} index */
+  onChange(index) {
+    this.stopAt = Infinity;
+    // A slide that stands still is worth looking at only with its captions.
+    this.show(index, this.paused ? settledTime(this.views[index].timing) : 0);
   }
 
   /**
@@ -104,6 +108,11 @@ export class Player {
     this.views[(index + 1) % this.views.length].load();
     this.run();
     this.save();
+  }
+
+  /** @param {SlideView} view whose picture or movie turned out not to be there after all */
+  onFailure(view) {
+    if (view === this.current) this.sayMissing();
   }
 
   sayMissing() {

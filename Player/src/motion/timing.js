@@ -83,3 +83,16 @@ export function captionState(timing, time) {
   if (time < timing.leave) return "staying";
   return time < timing.gone ? "leaving" : "gone";
 }
+
+/**
+ * The first time at which most captions have arrived and none of these leaves: where a still
+ * slide is seen best.
+ * @param {SlideTiming} timing
+ * @returns {number}
+ */
+export function settledTime({ captions }) {
+  const seenAt = (/** @type {number} */ time) =>
+    captions.filter((timing) => captionState(timing, time) === "staying").length;
+  const times = captions.map(({ arrived }) => arrived).sort((a, b) => a - b);
+  return times.reduce((best, time) => (seenAt(time) > seenAt(best) ? time : best), 0);
+}

@@ -1,28 +1,8 @@
 // The parts of the Flash emulator, read once and only when a slide needs them.
 
-const kFolder = "js/ruffle/";
+import { readBytes } from "../reading.js";
 
-/**
- * Reads a file beside the page. XMLHttpRequest also reads from a page that was opened from a
- * folder, where that is allowed.
- * @param {string} address
- * @returns {Promise<ArrayBuffer>}
- */
-export function readBytes(address) {
-  return new Promise((resolve, reject) => {
-    const request = new XMLHttpRequest();
-    request.responseType = "arraybuffer";
-    request.onload = () => {
-      const found =
-        request.status === 200 || (request.status === 0 && request.response?.byteLength > 0);
-      if (found) resolve(request.response);
-      else reject(new Error(`${address}: status ${request.status}`));
-    };
-    request.onerror = () => reject(new Error(`${address}: refused`));
-    request.open("GET", address);
-    request.send();
-  });
-}
+const kFolder = "js/ruffle/";
 
 /**
  * @param {ArrayBuffer} bytes gzip data, or plain data where the server has unpacked it already

@@ -2,8 +2,9 @@
 
 import frameScript from "bundled:./frame.js";
 import { mediaAddress } from "../document/media.js";
+import { freshAddress, readBytes } from "../reading.js";
 import { make, within } from "../stage/elements.js";
-import { emulator, prepareEmulator, readBytes } from "./emulator.js";
+import { emulator, prepareEmulator } from "./emulator.js";
 
 const kPatience = 4000;
 const kLongestStart = 20000;
@@ -80,7 +81,7 @@ export class Movie {
   async read() {
     const address = mediaAddress(this.path);
     if (address === "") return null;
-    const movie = await readBytes(address);
+    const movie = await readBytes(freshAddress(address));
     const signature = String.fromCharCode(...new Uint8Array(movie.slice(0, 3)));
     if (!kSignatures.includes(signature)) return null;
     await prepareEmulator();

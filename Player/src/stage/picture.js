@@ -1,20 +1,26 @@
 // A slide's picture: loaded when it is needed, shown when it can be drawn at once.
 
 import { mediaAddress } from "../document/media.js";
+import { earlierAddress, freshAddress } from "../reading.js";
 import { make, within } from "./elements.js";
 
 const kPatience = 4000;
+
+/** @param {HTMLImageElement} image @returns {Promise<boolean>} whether it can be drawn */
+async function decoded(image) {
+  // A picture that loads but refuses to decode ahead of time is still drawn by the browser.
+  await image.decode().catch(() => {});
+  return image.naturalWidth > 0;
+}
 
 export class Picture {
   /** @param {string} path as the document names it */
   constructor(path) {
     this.path = path;
-    this.element = make("img", {
-      class: "picture",
-      alt: "",
-      draggable: "false",
-      decoding: "async",
-    });
+    this.image = make("img", { class: "picture", alt: "", draggable: "false" });
+    this.element = make("div", { class: "backdrop" }, [this.image]);
+    /** Told when a picture that was there is there no more. */
+    this.onFailure = () => {};
     /** @type {Promise<boolean> | null} */
     this.loading = null;
   }
@@ -31,14 +37,35 @@ export class Picture {
   async fetch() {
     const address = mediaAddress(this.path);
     if (address === "") return false;
-    this.element.src = address;
-    try {
-      await this.element.decode();
-    } catch {
-      // A picture that loads but refuses to decode ahead of time is still drawn by the browser.
-      if (this.element.naturalWidth === 0) return false;
-    }
-    this.element.dataset.loaded = "";
-    return true;
+    const [earlier, fresh] = [earlierAddress(address), freshAddress(address)];
+    this.image.src = earlier;
+    // What the browser still has from before is drawn with the page's first frame.
+    if (this.image.complete && this.image.naturalWidth > 0) this.element.dataset.loaded = "";
+    const there = await decoded(this.image);
+    if (there) this.element.dataset.loaded = "";
+    if (there && fresh !== earlier) this.refresh(fresh);
+    return there || (fresh !== earlier && (await this.refresh(fresh)));
+  }
+
+  /** @param {string} address @returns {Promise<boolean>} */
+  async refresh(address) {
+    const image = make("img", { class: "picture", alt: "", draggable: "false", src: address });
+    const there = await decoded(image);
+    image.style.transform = this.image.style.transform;
+    this.image.replaceWith(image);
+    this.image = image;
+    if (there) this.element.dataset.loaded = "";
+    else if ("loaded" in this.element.dataset) this.lose();
+    return there;
+  }
+
+  lose() {
+    delete this.element.dataset.loaded;
+    this.onFailure();
+  }
+
+  /** @param {number} scale */
+  setScale(scale) {
+    this.image.style.transform = `scale(${scale.toFixed(5)})`;
   }
 }

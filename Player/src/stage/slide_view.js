@@ -84,7 +84,6 @@ export class SlideView {
   seek(time) {
     this.timeline?.seek(time);
     const scale = this.still ? 1 : 1 + 0.05 * Math.min(time / this.timing.duration, 1);
-    if (this.media instanceof Picture)
-      this.media.element.style.transform = `scale(${scale.toFixed(5)})`;
+    if (this.media instanceof Picture) this.media.setScale(scale);
   }
 }

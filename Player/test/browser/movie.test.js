@@ -92,7 +92,7 @@ test("a movie that does not end its work leaves the slider running", async (cont
   await showMovie(session, solidMovie([10, 20, 200], [kEndlessLoop]));
   await session.page.keyboard.press("ArrowRight");
   await session.waitForSlide(1);
-  await session.page.waitForSelector(".swiper-slide-active .picture[data-loaded]");
+  await session.page.waitForSelector(".swiper-slide-active .backdrop[data-loaded]");
   session.complaints.length = 0;
 });
 

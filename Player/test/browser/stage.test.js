@@ -63,6 +63,16 @@ test("a paused slide stands still", async (context) => {
   );
 });
 
+test("moving on while paused shows a slide with its captions", async (context) => {
+  const session = await Session.start(context);
+  await session.show(kThree);
+  await session.page.keyboard.press("Space");
+  await session.page.keyboard.press("ArrowRight");
+  await session.waitForSlide(1);
+  assert.equal(await session.page.isVisible(".swiper-slide-active .caption .shown"), true);
+  assert.equal((await session.state()).paused, true);
+});
+
 test("buttons, dots and swiping move between slides", async (context) => {
   const session = await Session.start(context);
   await session.show(kThree);
@@ -136,7 +146,7 @@ test("a picture is found whatever its name is, in both folders", async (context)
   for (const index of [0, 1]) {
     await session.page.evaluate((at) => /** @type {any} */ (window).vireonixPlayer.goTo(at), index);
     await session.waitForSlide(index);
-    await session.page.waitForSelector(".swiper-slide-active .picture[data-loaded]");
+    await session.page.waitForSelector(".swiper-slide-active .backdrop[data-loaded]");
   }
 });
 

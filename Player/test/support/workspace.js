@@ -1,7 +1,7 @@
 // Workspaces for the browser tests: the built page, a document and media files in a temporary
 // folder.
 
-import { cp, mkdir, mkdtemp, rm, writeFile } from "node:fs/promises";
+import { cp, mkdir, mkdtemp, rm, symlink, writeFile } from "node:fs/promises";
 import { tmpdir } from "node:os";
 import { dirname, join } from "node:path";
 import { solidPicture } from "./picture.js";
@@ -53,7 +53,8 @@ export class Workspace {
   static async make() {
     if (!page) throw new Error("VIREONIX_PLAYER_HTML does not name the folder of the built page");
     const workspace = new Workspace(await mkdtemp(join(tmpdir(), "player-")));
-    await cp(page, workspace.folder, { recursive: true });
+    await cp(join(page, "index.html"), join(workspace.folder, "index.html"));
+    await symlink(join(page, "js"), join(workspace.folder, "js"));
     await workspace.write("a.png", solidPicture(20, 110, 120));
     await workspace.write("b.png", solidPicture(190, 130, 30));
     return workspace;

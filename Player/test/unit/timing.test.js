@@ -2,7 +2,7 @@ import assert from "node:assert/strict";
 import { test } from "node:test";
 import { kDirections } from "../../src/document/fields.js";
 import { readStyles, styleNamed } from "../../src/motion/styles.js";
-import { captionState, slideTiming } from "../../src/motion/timing.js";
+import { captionState, settledTime, slideTiming } from "../../src/motion/timing.js";
 
 const kStyle = styleNamed(readStyles([], []), undefined);
 
@@ -59,4 +59,9 @@ test("captions at one place stand below each other only while they are seen toge
     slideTiming(entries, false).captions.map(({ lane }) => lane),
     [0, 1, 0, 0],
   );
+});
+
+test("a still slide is seen at the time when most captions are there", () => {
+  assert.equal(settledTime(slideTiming([], false)), 0);
+  assert.equal(settledTime(slideTiming([entry(0, 9), entry(3, 2), entry(20, 1)], false)), 4000);
 });
