@@ -60,7 +60,11 @@ NSString *stringOf(const std::string &path) {
 Class loadPrincipalClass(NSString *path) {
   NSBundle *bundle = [NSBundle bundleWithPath:path];
   Class principal = [bundle principalClass];
-  return [principal conformsToProtocol:@protocol(VireonixSettings)] ? principal : Nil;
+  // Not by the protocol: an executable in which no class adopts it holds no usable protocol object
+  // on gcc's runtime.
+  const BOOL isOurs = [principal instancesRespondToSelector:@selector(initWithLanguageCode:
+                                                                                bundlePath:)];
+  return isOurs ? principal : Nil;
 }
 
 void runUntilClosed(id<VireonixSettings> settings, NSWindow *window) {
