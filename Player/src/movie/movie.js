@@ -5,6 +5,7 @@ import { mediaAddress } from "../document/media.js";
 import { freshAddress, readBytes } from "../reading.js";
 import { make, within } from "../stage/elements.js";
 import { emulator, prepareEmulator } from "./emulator.js";
+import { movieSeconds, signature } from "./header.js";
 
 const kPatience = 4000;
 const kLongestStart = 20000;
@@ -62,6 +63,8 @@ export class Movie {
     /** @type {MessagePort | null} */
     this.port = null;
     this.paused = false;
+    /** How long it plays, once it is loaded; 0 when that is not known. */
+    this.seconds = 0;
   }
 
   /**
@@ -82,8 +85,8 @@ export class Movie {
     const address = mediaAddress(this.path);
     if (address === "") return null;
     const movie = await readBytes(freshAddress(address));
-    const signature = String.fromCharCode(...new Uint8Array(movie.slice(0, 3)));
-    if (!kSignatures.includes(signature)) return null;
+    if (!kSignatures.includes(signature(movie))) return null;
+    this.seconds = await movieSeconds(movie);
     await prepareEmulator();
     return movie;
   }

@@ -49,7 +49,11 @@ export class SlideView {
 
   /** @returns {Promise<boolean>} whether there is something behind the captions */
   async load() {
-    return this.slide.media === "" || (await this.media.load());
+    if (this.slide.media === "") return true;
+    const there = await this.media.load();
+    if (this.media instanceof Movie)
+      this.timing.duration = Math.max(this.timing.duration, this.media.seconds * 1000);
+    return there;
   }
 
   /** The slide comes on show. */
