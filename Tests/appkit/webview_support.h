@@ -50,7 +50,7 @@ protected:
   /// Writes a page into the folder; answers its URL.
   NSURL *page(const std::string &name, const std::string &html) const;
   void load(NSURL *url);
-  /// Loads a page with `html` in its body and waits until it has finished.
+  /// Loads a page with `html` in its body and waits until it is painted.
   void show(const std::string &html, const std::string &name = "index.html");
   bool loadAndWait(NSURL *url);
   /// Waits until the page's script answers `expected`.
@@ -73,6 +73,9 @@ protected:
   NSWindow *window = nil;
   WebView *view = nil;
   WebViewRecorder *recorder = nil;
+
+private:
+  NSAutoreleasePool *pool = [NSAutoreleasePool new];
 };
 
 NSString *ns(const std::string &text);

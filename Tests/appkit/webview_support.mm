@@ -109,6 +109,16 @@ namespace {
 constexpr double kViewWidth = 400;
 constexpr double kViewHeight = 300;
 
+// The window manager has given the keyboard to the window, and the window knows.
+bool hasKeyboard(NSWindow *window) {
+  FILE *command = popen("xdotool getwindowfocus 2>/dev/null", "r");
+  unsigned long focused = 0;
+  const bool read = command != nullptr && std::fscanf(command, "%lu", &focused) == 1;
+  if (command != nullptr)
+    pclose(command);
+  return read && focused == reinterpret_cast<uintptr_t>([window windowRef]) && [window isKeyWindow];
+}
+
 std::string hex(double component) {
   char digits[3];
   std::snprintf(digits, sizeof digits, "%02x", static_cast<unsigned>(std::lround(component * 255)));
@@ -177,26 +187,33 @@ WebViewTest::WebViewTest() {
   [recorder watch:view];
   [NSApp activateIgnoringOtherApps:YES];
   [window makeKeyAndOrderFront:nil];
-  pumpEventsUntil([this] { return [window isKeyWindow]; }, 2);
+  [window makeFirstResponder:nil];
+  // Closing the last test's window may deactivate the application late.
+  pumpEventsUntil([this] {
+    if (![NSApp isActive])
+      [NSApp activateIgnoringOtherApps:YES];
+    if (![window isKeyWindow])
+      [window makeKeyWindow];
+    return hasKeyboard(window);
+  }, 3);
 }
 
 WebViewTest::~WebViewTest() {
   release();
+  [pool release];
 }
 
 void WebViewTest::release() {
-  if (view == nil)
-    return;
-  @autoreleasepool {
-    [view removeFromSuperview];
-    [view release];
-    view = nil;
-    [window close];
-    [window release];
-    window = nil;
-    [recorder release];
-    recorder = nil;
-  }
+  [view removeFromSuperview];
+  [view release];
+  view = nil;
+  [window close];
+  [window release];
+  window = nil;
+  [pool release];
+  pool = [NSAutoreleasePool new];
+  [recorder release];
+  recorder = nil;
 }
 
 NSURL *WebViewTest::page(const std::string &name, const std::string &html) const {
@@ -216,6 +233,9 @@ bool WebViewTest::loadAndWait(NSURL *url) {
 void WebViewTest::show(const std::string &html, const std::string &name) {
   ASSERT_TRUE(
       loadAndWait(page(name, "<!doctype html><meta charset=utf-8><body style='margin:0'>" + html)));
+  // A page takes clicks once it has been laid out and painted.
+  run("requestAnimationFrame(() => requestAnimationFrame(() => { window.wasPainted = 1 }))");
+  ASSERT_TRUE(becomes("window.wasPainted", "1"));
 }
 
 std::string WebViewTest::run(const char *script) {

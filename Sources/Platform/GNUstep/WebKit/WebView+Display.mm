@@ -34,19 +34,50 @@
   [picture drawInRect:place];
 }
 
+// Without this the page would not learn that the pointer left.
+- (void)trackPointer {
+  if (trackingRect_ != 0)
+    [self removeTrackingRect:trackingRect_];
+  trackingRect_ = [self window] == nil ? 0
+                                       : [self addTrackingRect:[self bounds] owner:self
+                                                      userData:nullptr
+                                                  assumeInside:NO];
+}
+
+- (void)setFrame:(NSRect)frame {
+  [super setFrame:frame];
+  [self trackPointer];
+  [engine_ synchronize];
+}
+
 - (void)setFrameSize:(NSSize)size {
   [super setFrameSize:size];
+  [self trackPointer];
   [engine_ synchronize];
+}
+
+- (void)setFrameOrigin:(NSPoint)origin {
+  [super setFrameOrigin:origin];
+  [self trackPointer];
+}
+
+- (void)viewWillMoveToWindow:(NSWindow *)window {
+  if (trackingRect_ != 0)
+    [self removeTrackingRect:trackingRect_];
+  trackingRect_ = 0;
+  [super viewWillMoveToWindow:window];
 }
 
 - (void)viewDidMoveToWindow {
   [super viewDidMoveToWindow];
-  // The page follows the pointer.
   [[self window] setAcceptsMouseMovedEvents:YES];
+  [self trackPointer];
   [engine_ synchronize];
 }
 
 - (void)resetCursorRects {
+  // A superview may have moved this view in its window.
+  [self trackPointer];
   [self addCursorRect:[self visibleRect]
                cursor:engine_ == nil ? [NSCursor arrowCursor] : [engine_ cursor]];
 }

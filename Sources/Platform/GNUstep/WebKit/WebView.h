@@ -21,6 +21,7 @@
 @private
   WebFrame *mainFrame_;
   WebViewEngine *engine_;
+  NSTrackingRectTag trackingRect_;
   id<WebDownloadDelegate> downloadDelegate_;
   id<WebResourceLoadDelegate> resourceLoadDelegate_;
   id<WebUIDelegate> UIDelegate_;

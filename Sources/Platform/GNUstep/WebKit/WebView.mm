@@ -91,8 +91,6 @@ static const double kScriptSeconds = 5;
   WebPage *page = [self page];
   if (page == nullptr)
     return @"";
-  // A delegate may release the view while the script runs.
-  [[self retain] autorelease];
   return string(page->evaluate(utf8(script), kScriptSeconds).value_or(std::string()));
 }
 

@@ -153,7 +153,15 @@ NSBitmapImageRep *makePicture(const PagePixels &size) {
     cursor_ = [NSCursor IBeamCursor];
     break;
   }
-  [[view_ window] invalidateCursorRectsForView:view_];
+  NSWindow *window = [view_ window];
+  if (window == nil)
+    return;
+  [window invalidateCursorRectsForView:view_];
+  // The rectangle takes effect when the pointer moves next; the page changed under it now.
+  const NSPoint pointer = [view_ convertPoint:[window mouseLocationOutsideOfEventStream]
+                                     fromView:nil];
+  if (NSPointInRect(pointer, [view_ visibleRect]))
+    [cursor_ set];
 }
 
 - (void)focusLeft:(BOOL)forward {

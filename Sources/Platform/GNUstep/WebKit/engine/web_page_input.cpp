@@ -153,13 +153,8 @@ void WebPage::pointerLeft(double x, double y) {
 }
 
 void WebPage::pressButton(MouseButton button, int clicks, double x, double y, unsigned modifiers) {
-  const Position position{x, y};
-  sendButton(*state_, GDK_BUTTON_PRESS, button, position, modifiers);
-  // GDK tells of the second and third press twice: as a press, and as what it makes of them.
-  if (clicks == 2)
-    sendButton(*state_, GDK_2BUTTON_PRESS, button, position, modifiers);
-  if (clicks == 3)
-    sendButton(*state_, GDK_3BUTTON_PRESS, button, position, modifiers);
+  // WebKit counts a press by itself, by its time, but counts on with each of the second kind.
+  sendButton(*state_, clicks > 1 ? GDK_2BUTTON_PRESS : GDK_BUTTON_PRESS, button, {x, y}, modifiers);
   state_->buttons |= buttonMask(button);
 }
 

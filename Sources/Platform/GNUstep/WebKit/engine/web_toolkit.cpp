@@ -18,6 +18,8 @@ bool startGtk() {
   if (gtk_init_check(nullptr, nullptr) == FALSE)
     return false;
   separateErrorHandlers();
+  // Which presses belong together is decided by AppKit.
+  g_object_set(gtk_settings_get_default(), "gtk-double-click-time", 0, nullptr);
   return true;
 }
 
