@@ -80,6 +80,11 @@ public:
   Status status;
 
 protected:
+  /// About the entry of the same name in the other tree: 0 or errno.
+  int statOther(const WalkEntry& entry, struct stat& info) const {
+    return fstatat(other_.fd(), entry.name.c_str(), &info, AT_SYMLINK_NOFOLLOW) == 0 ? 0 : errno;
+  }
+
   [[nodiscard]] bool isExcepted(const std::string& path) const { return except_.contains(path); }
 
   bool enterOther(const WalkEntry& entry) {
@@ -111,7 +116,7 @@ public:
     if (isExcepted(entry.path))
       return false;
     struct stat there {};
-    const bool isThere = fstatat(other_.fd(), entry.name.c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0;
+    const bool isThere = statOther(entry, there) == 0;
     if (isThere && S_ISDIR(there.st_mode) != S_ISDIR(entry.info.st_mode))
       if (const Status removed = removeEntry(other_.fd(), entry.name); !removed.ok())
         fail(removed.error, entry.path);
@@ -160,10 +165,11 @@ public:
     if (isExcepted(entry.path))
       return false;
     struct stat there {};
-    if (fstatat(other_.fd(), entry.name.c_str(), &there, AT_SYMLINK_NOFOLLOW) == 0)
+    const int error = statOther(entry, there);
+    if (error == 0)
       return S_ISDIR(there.st_mode) && S_ISDIR(entry.info.st_mode) && enterOther(entry);
     const Status removed =
-        errno == ENOENT ? removeEntry(entry.folder, entry.name) : Status::failure(errno, {});
+        error == ENOENT ? removeEntry(entry.folder, entry.name) : Status::failure(error, {});
     if (!removed.ok())
       fail(removed.error, entry.path);
     return false;
