@@ -4,7 +4,7 @@
 
 /// The run-loop modes in which the main thread does what other threads hand to it: also while it
 /// runs a modal session or follows the mouse.
-NSArray *mainThreadModes(void);
+NSArray *mainThreadModes();
 
 @interface DetachedCall : NSObject {
   id target;

@@ -2,7 +2,7 @@
 
 #import <AppKit/AppKit.h>
 
-NSArray *mainThreadModes(void) {
+NSArray *mainThreadModes() {
   return [NSArray arrayWithObjects:NSDefaultRunLoopMode, NSModalPanelRunLoopMode,
                                    NSEventTrackingRunLoopMode, nil];
 }

@@ -5,12 +5,10 @@
 #include <cstdint>
 
 /// Where a mouse gesture on the box stands: the values of `mouseState`.
-enum : int32_t {
-  kMouseIdle = 0,
-  kMousePressed = 1,
-  kMouseDragging = 2,
-  kMouseReleased = 3,
-};
+inline constexpr int32_t kMouseIdle = 0;
+inline constexpr int32_t kMousePressed = 1;
+inline constexpr int32_t kMouseDragging = 2;
+inline constexpr int32_t kMouseReleased = 3;
 
 @interface ObjectView : NSView {
   id ower;
@@ -23,7 +21,8 @@ enum : int32_t {
 /// The canvas that contains the box; not retained.
 @property(nonatomic, assign) id ower;
 @property(nonatomic, assign) int32_t mouseState;
-/// The edges that the present gesture moves, as vireonix::core::Edge; 0 moves the whole box.
+/// The edges that the present gesture moves, combined from vireonix::core::kLeftEdge and its like;
+/// 0 moves the whole box.
 @property(nonatomic, assign) int32_t dragMode;
 /// Not used in drawing; not retained.
 @property(nonatomic, assign) NSColor *fillColor;

@@ -24,7 +24,8 @@ static NSString *const kBundledDefaultSettings = @"Contents/Resources/data/defau
 // answer is between two run loops, so nobody is changing what it would have answered.
 static const NSTimeInterval kMainThreadPatience = 0.25;
 
-enum : NSInteger { kAsked, kAnswered };
+static const NSInteger kAsked = 0;
+static const NSInteger kAnswered = 1;
 
 // The record as it was on the main thread when a save asked for it.
 @interface PositionSnapshot : NSConditionLock {
@@ -168,7 +169,7 @@ static void showNumber(NSTextField *field, double number) {
       [](PositionRect *record, float value) { [record setTransparency:value]; },
   };
   NSTextField *edited = [notification object];
-  const auto found = std::find(fields.begin(), fields.end(), edited);
+  const auto *const found = std::ranges::find(fields, edited);
   if (edited == nil || found == fields.end())
     return;
   NSString *kept = [self checkFloatValueString:textOfField(edited)];

@@ -41,7 +41,10 @@ struct Frame {
 [[nodiscard]] Frame frameOf(const Position& position, float pageWidth, float pageHeight);
 
 /// The edges that a drag moves, combined by bitwise or; none moves the whole object.
-enum Edge : int32_t { kLeftEdge = 1, kTopEdge = 2, kRightEdge = 4, kBottomEdge = 8 };
+inline constexpr int32_t kLeftEdge = 1;
+inline constexpr int32_t kTopEdge = 2;
+inline constexpr int32_t kRightEdge = 4;
+inline constexpr int32_t kBottomEdge = 8;
 
 /// Width in points of the zone along each edge of the object in which a press grabs that edge.
 inline constexpr double kGrabZone = 10.0;
