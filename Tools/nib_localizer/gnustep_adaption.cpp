@@ -67,6 +67,31 @@ void trimComboBox(xmlNode* comboBox) {
   setAttribute(frame, "height", shifted(attribute(frame, "height"), -4));
 }
 
+std::string base64(const std::string& bytes) {
+  constexpr std::string_view kDigits =
+      "ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789+/";
+  std::string text;
+  unsigned pending = 0;
+  int bits = 0;
+  for (const char c : bytes) {
+    pending = pending << 8 | static_cast<unsigned char>(c);
+    for (bits += 8; bits >= 6; bits -= 6)
+      text += kDigits[pending >> (bits - 6) & 0x3F];
+  }
+  if (bits > 0)
+    text += kDigits[pending << (6 - bits) & 0x3F];
+  return text;
+}
+
+// The parser hands on text with a character outside ASCII or an entity in pieces, and the loader
+// keeps the last piece. Encoded, the text is in one piece.
+void keepTextInOnePiece(xmlNode* string) {
+  if (attribute(string, "base64-UTF8"))
+    return;
+  setText(string, base64(textOf(string)));
+  setAttribute(string, "base64-UTF8", "YES");
+}
+
 void adapt(xmlNode* element) {
   const std::string_view name = nameOf(element);
   if (name == "font")
@@ -75,6 +100,8 @@ void adapt(xmlNode* element) {
     sayWhetherEditable(element);
   if (name == "sliderCell")
     giveSliderItsValue(element);
+  if (name == "string")
+    keepTextInOnePiece(element);
   if (name == "comboBox")
     trimComboBox(element);
 }

@@ -29,7 +29,7 @@ std::string accented(char c) {
     if (plain == c)
       return std::string(accent);
   }
-  return {1, c};
+  return std::string(1, c);
 }
 
 } // namespace

@@ -24,6 +24,37 @@ GSModelLoader *replaced() {
   return [[[replacedLoader alloc] init] autorelease];
 }
 
+// The XIB loader reads a button cell without an image position as one with the image above the
+// title, and nothing in a document can say that there is none.
+void repairImagePosition(NSButton *button) {
+  if ([button image] == nil && [button imagePosition] == NSImageAbove)
+    [button setImagePosition:NSNoImage];
+}
+
+void repairViews(NSView *view) {
+  if ([view isKindOfClass:[NSButton class]])
+    repairImagePosition(static_cast<NSButton *>(view));
+  for (NSView *subview in [view subviews])
+    repairViews(subview);
+}
+
+void repairTopLevelObjects(NSArray *objects) {
+  for (id object in objects) {
+    if ([object isKindOfClass:[NSWindow class]])
+      repairViews([object contentView]);
+    else if ([object isKindOfClass:[NSView class]])
+      repairViews(object);
+  }
+}
+
+// The caller's name table, in any case with an array for the top-level objects.
+NSDictionary *withTopLevelObjects(NSDictionary *context) {
+  NSMutableDictionary *table = [NSMutableDictionary dictionaryWithDictionary:context];
+  if ([table objectForKey:NSNibTopLevelObjects] == nil)
+    [table setObject:[NSMutableArray array] forKey:NSNibTopLevelObjects];
+  return table;
+}
+
 } // namespace
 
 @implementation XibNibLoader
@@ -50,9 +81,13 @@ GSModelLoader *replaced() {
 - (BOOL)loadModelData:(NSData *)data
     externalNameTable:(NSDictionary *)context
              withZone:(NSZone *)zone {
-  GSModelLoader *loader =
-      isXibDocument(data) ? [GSModelLoaderFactory modelLoaderForFileType:@"xib"] : replaced();
-  return [loader loadModelData:data externalNameTable:context withZone:zone];
+  if (!isXibDocument(data))
+    return [replaced() loadModelData:data externalNameTable:context withZone:zone];
+  NSDictionary *table = withTopLevelObjects(context);
+  GSModelLoader *loader = [GSModelLoaderFactory modelLoaderForFileType:@"xib"];
+  const BOOL loaded = [loader loadModelData:data externalNameTable:table withZone:zone];
+  repairTopLevelObjects([table objectForKey:NSNibTopLevelObjects]);
+  return loaded;
 }
 
 - (NSData *)dataForFile:(NSString *)path {
