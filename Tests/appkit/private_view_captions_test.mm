@@ -307,6 +307,9 @@ TEST_F(PanelCaptions, TypingKeepsTheInsertionPoint) {
   [editor insertText:@"a"];
   EXPECT_TRUE([[editor string] isEqualToString:@"12"]);
   EXPECT_EQ([[panel_ txtInTime] currentEditor], editor);
+  EXPECT_TRUE(NSEqualRanges([editor selectedRange], NSMakeRange(2, 0)));
+  [editor insertText:@"3"];
+  EXPECT_TRUE([[editor string] isEqualToString:@"123"]);
 }
 
 TEST_F(PanelCaptions, WhatXmlCannotCarryNeverStopsLaterSaves) {
