@@ -14,6 +14,7 @@
 #include "core_border.h"
 #include "xml.h"
 
+#include <cstddef>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -48,6 +49,8 @@ public:
   TextObject(std::initializer_list<Entry> entries) : entries_(entries) {}
 
   void set(std::string_view key, std::string value);
+  /// Makes room for that many keys.
+  void reserve(std::size_t keys) { entries_.reserve(keys); }
   /// The value, or null.
   [[nodiscard]] const std::string* find(std::string_view key) const;
 

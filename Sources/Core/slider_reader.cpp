@@ -22,6 +22,8 @@ void addCaption(const xml::Node& captionElement, TextObject& record) {
 }
 
 void addTextElement(const xml::Node& element, TextObject& record) {
+  constexpr std::size_t kCaptionKeys = 3;
+  record.reserve(record.size() + element.attributes.size() + kCaptionKeys);
   for (const xml::Attribute& attribute : element.attributes)
     record.set(attribute.name, attribute.value);
   for (const xml::Node& child : element.children) {

@@ -41,6 +41,14 @@ std::string attributeValue(const xmlChar* characters) {
   return owned(value);
 }
 
+// Names and values alternate up to a null.
+std::size_t pairsIn(const xmlChar** attributes) {
+  std::size_t count = 0;
+  while (attributes != nullptr && attributes[2 * count] != nullptr)
+    ++count;
+  return count;
+}
+
 class Builder {
 public:
   explicit Builder(xmlParserCtxtPtr parser) : parser_(parser) {}
@@ -61,6 +69,7 @@ public:
     if (open_.size() == kMaxDepth || (open_.empty() && root_))
       return fail();
     Node node = element(owned(view(name)));
+    node.attributes.reserve(pairsIn(attributes));
     for (; attributes != nullptr && attributes[0] != nullptr; attributes += 2) {
       if (!count())
         return;
