@@ -28,6 +28,8 @@ public:
   [[nodiscard]] int width() const { return width_; }
   [[nodiscard]] int height() const { return height_; }
   [[nodiscard]] Pixel at(int x, int y) const;
+  /// Hands over every pixel of a rectangle (from the top left).
+  void each(NSRect rect, const std::function<void(Pixel)> &use) const;
   /// How many pixels of a rectangle (from the top left) satisfy a condition.
   [[nodiscard]] int count(NSRect rect, const std::function<bool(Pixel)> &condition) const;
   [[nodiscard]] int count(const std::function<bool(Pixel)> &condition) const;

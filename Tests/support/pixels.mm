@@ -54,11 +54,15 @@ Pixel Picture::at(int x, int y) const {
   return pixels_.at(static_cast<std::size_t>(y) * width_ + x);
 }
 
-int Picture::count(NSRect rect, const std::function<bool(Pixel)> &condition) const {
-  int found = 0;
+void Picture::each(NSRect rect, const std::function<void(Pixel)> &use) const {
   for (int y = static_cast<int>(NSMinY(rect)); y < static_cast<int>(NSMaxY(rect)); ++y)
     for (int x = static_cast<int>(NSMinX(rect)); x < static_cast<int>(NSMaxX(rect)); ++x)
-      found += condition(at(x, y)) ? 1 : 0;
+      use(at(x, y));
+}
+
+int Picture::count(NSRect rect, const std::function<bool(Pixel)> &condition) const {
+  int found = 0;
+  each(rect, [&](Pixel pixel) { found += condition(pixel) ? 1 : 0; });
   return found;
 }
 

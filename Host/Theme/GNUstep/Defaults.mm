@@ -35,7 +35,7 @@ void registerThemeDefaults() {
     @"GSScrollViewUseBottomCorner" : @"NO",
     @"GSMenuItemHeight" : @"26",
     @"GSMenuBarHeight" : @"28",
-    @"GSMenuSeparatorHeight" : @"9",
+    @"GSMenuSeparatorHeight" : @"26",
     @"GSBrowserUseBezels" : @"NO",
     @"GSSuppressAppIcon" : @"YES",
     @"GSAppOwnsMiniwindow" : @"NO",
@@ -45,8 +45,8 @@ void registerThemeDefaults() {
 
 void chooseFallbackFonts() {
   [NSFont setPreferredFontNames:@[
-    @"NotoSans-Regular", @"NotoSansCJKsc-Regular", @"NotoSansArabic-Regular",
-    @"NotoSansHebrew-Regular", @"NotoSansThai-Regular", @"NotoSansDevanagari-Regular", @"DejaVuSans"
+    @"DejaVuSans", @"NotoSansCJKsc-Regular", @"NotoSansThai-Regular", @"NotoSansDevanagari-Regular",
+    @"NotoSans-Regular"
   ]];
 }
 

@@ -35,7 +35,9 @@ void drawBoxTitle(NSBox *box, bool onBorder) {
 }
 
 - (void)drawBorderType:(NSBorderType)type frame:(NSRect)frame view:(NSView *)view {
-  if (type != NSNoBorder)
+  if (type == NSBezelBorder && [view isKindOfClass:[NSForm class]])
+    drawBox(frame, kControlRadius, colour(Ink::field), colour(Ink::border));
+  else if (type != NSNoBorder)
     frameLine(frame);
 }
 

@@ -16,6 +16,8 @@ constexpr CGFloat kPushHeight = 26;
 constexpr CGFloat kPushMargin = 5;
 
 constexpr CGFloat kMarkSize = 16;
+// The room that the mark takes in its button, with a gap to the title.
+constexpr CGFloat kMarkWidth = 21;
 
 Replacement<void, NSImage *, NSRect, NSView *> drawImage;
 Replacement<NSColor *> textColour;
@@ -121,7 +123,8 @@ void drawRadioMark(NSRect box, MarkState state) {
 }
 
 void drawMark(NSButtonCell *cell, Picture picture, NSRect frame, NSView *view) {
-  const NSRect box = centred(NSMakeSize(kMarkSize, kMarkSize), frame);
+  NSRect box = centred(NSMakeSize(kMarkSize, kMarkSize), frame);
+  box.origin.x = [cell imagePosition] == NSImageRight ? NSMaxX(frame) - kMarkSize : NSMinX(frame);
   const MarkState state{.on = [cell state] != NSOffState,
                         .mixed = [cell state] == NSMixedState,
                         .enabled = bool([cell isEnabled]),
@@ -141,6 +144,27 @@ NSImage *popUpArrow(id, SEL) {
   if (picture == nil)
     picture = [chevronPicture(Direction::down, colour(Ink::secondaryText)) retain];
   return picture;
+}
+
+// The accent colour marks the default button; it needs no picture of the return key.
+bool isReturnKey(NSImage *image) {
+  return [[image name] hasPrefix:@"common_ret"];
+}
+
+Replacement<void, NSImage *> setImage;
+void setImageButReturnKey(id receiver, SEL, NSImage *image) {
+  setImage(receiver, isReturnKey(image) ? nil : image);
+}
+
+Replacement<void, NSImage *> setAlternateImage;
+void setAlternateImageButReturnKey(id receiver, SEL, NSImage *image) {
+  setAlternateImage(receiver, isReturnKey(image) ? nil : image);
+}
+
+void makeRoomForMarks() {
+  for (NSString *name in
+       @[ @"NSSwitch", @"NSHighlightedSwitch", @"NSRadioButton", @"NSHighlightedRadioButton" ])
+    [[NSImage imageNamed:name] setSize:NSMakeSize(kMarkWidth, kMarkSize)];
 }
 
 NSColor *titleColour(id receiver, SEL) {
@@ -165,6 +189,10 @@ void drawPicture(id receiver, SEL, NSImage *image, NSRect frame, NSView *view) {
 void vireonix::host::replaceButtonMethods() {
   drawImage.install([NSButtonCell class], @selector(drawImage:withFrame:inView:), &drawPicture);
   textColour.install([NSButtonCell class], @selector(textColor), &titleColour);
+  setImage.install([NSButtonCell class], @selector(setImage:), &setImageButReturnKey);
+  setAlternateImage.install([NSButtonCell class], @selector(setAlternateImage:),
+                            &setAlternateImageButReturnKey);
+  makeRoomForMarks();
   static Replacement<NSImage *> arrow;
   arrow.install([NSPopUpButtonCell class], @selector(_currentArrowImage), &popUpArrow);
 }
@@ -194,7 +222,7 @@ void vireonix::host::replaceButtonMethods() {
   return {.left = side, .right = side, .top = 3, .bottom = 3};
 }
 
-// The accent colour marks the default button; it needs no arrow.
+// No picture of the return key here either.
 - (void)setKeyEquivalent:(NSString *)key forButtonCell:(NSButtonCell *)cell {
 }
 

@@ -1,13 +1,18 @@
-// Tables, their headers and browsers.
+// Tables, their headers, browsers and the lists of combo boxes.
 #import "Theme/GNUstep/Palette.h"
+#import "Theme/GNUstep/Replacement.h"
 #import "Theme/GNUstep/Shapes.h"
 #import "Theme/GNUstep/ThemeClass.h"
+
+#include <algorithm>
+#include <cmath>
 
 using namespace vireonix::host;
 
 namespace {
 
 constexpr CGFloat kHeaderMargin = 6;
+constexpr CGFloat kListRowHeight = 22;
 
 // The header's ground with the line below it.
 void drawHeaderGround(NSRect frame, BOOL flipped) {
@@ -18,7 +23,39 @@ void drawHeaderGround(NSRect frame, BOOL flipped) {
   NSRectFill(NSMakeRect(NSMinX(frame), bottom, NSWidth(frame), 1));
 }
 
+// A header is above the left edge of what it names.
+Replacement<id, NSString *> initHeader;
+id initLeftAlignedHeader(id receiver, SEL, NSString *title) {
+  id header = initHeader(receiver, title);
+  [static_cast<NSTableHeaderCell *>(header) setAlignment:NSLeftTextAlignment];
+  return header;
+}
+
+// The toolkit's list of a combo box has cells that do not know the colour of selected text.
+Replacement<id, NSRect, NSUInteger, NSBackingStoreType, BOOL> initComboList;
+id initReadableComboList(id receiver, SEL, NSRect content, NSUInteger style,
+                         NSBackingStoreType backing, BOOL defer) {
+  id list = initComboList(receiver, content, style, backing, defer);
+  NSTableView *table = [list valueForKey:@"_tableView"];
+  NSTextFieldCell *cell = [[[NSTextFieldCell alloc] initTextCell:@""] autorelease];
+  [[[table tableColumns] objectAtIndex:0] setDataCell:cell];
+  return list;
+}
+
+Replacement<CGFloat> comboItemHeight;
+CGFloat roomyComboItemHeight(id receiver, SEL) {
+  return std::max(comboItemHeight(receiver), kListRowHeight);
+}
+
 } // namespace
+
+void vireonix::host::replaceTableMethods() {
+  initHeader.install([NSTableHeaderCell class], @selector(initTextCell:), &initLeftAlignedHeader);
+  initComboList.install(NSClassFromString(@"GSComboWindow"),
+                        @selector(initWithContentRect:styleMask:backing:defer:),
+                        &initReadableComboList);
+  comboItemHeight.install([NSComboBoxCell class], @selector(itemHeight), &roomyComboItemHeight);
+}
 
 @interface HostTheme (Tables)
 @end
@@ -43,6 +80,24 @@ void drawHeaderGround(NSRect frame, BOOL flipped) {
 
 - (void)drawTableCornerView:(NSView *)corner withClip:(NSRect)clip {
   drawHeaderGround([corner bounds], [corner isFlipped]);
+}
+
+// The toolkit forgets whether a table wants stripes; so those with a header have them, and lists
+// have not.
+- (void)drawTableViewBackgroundInClipRect:(NSRect)clip
+                                   inView:(NSView *)view
+                      withBackgroundColor:(NSColor *)background {
+  NSTableView *table = static_cast<NSTableView *>(view);
+  [background set];
+  NSRectFill(clip);
+  const CGFloat height = NSHeight([table rectOfRow:0]);
+  if ([table headerView] == nil || height <= 0)
+    return;
+  [colour(Ink::alternateRow) set];
+  // The stripes go on below the last row.
+  const CGFloat pair = 2 * height;
+  for (CGFloat y = std::floor(NSMinY(clip) / pair) * pair + height; y < NSMaxY(clip); y += pair)
+    NSRectFill(NSIntersectionRect(NSMakeRect(NSMinX(clip), y, NSWidth(clip), height), clip));
 }
 
 - (void)highlightTableViewSelectionInClipRect:(NSRect)clip
@@ -71,7 +126,7 @@ void drawHeaderGround(NSRect frame, BOOL flipped) {
 }
 
 - (NSImage *)highlightedBranchImage {
-  return chevronPicture(Direction::right, colour(Ink::accentText));
+  return [self branchImage];
 }
 
 @end

@@ -25,6 +25,10 @@ bool hasKeyboardFocus(NSCell *cell, NSView *view) {
 
 } // namespace vireonix::host
 
+@interface HostTheme ()
+- (void)observe;
+@end
+
 @implementation HostTheme
 
 - (NSString *)name {
@@ -33,6 +37,21 @@ bool hasKeyboardFocus(NSCell *cell, NSView *view) {
 
 - (NSColorList *)colors {
   return systemColours();
+}
+
+// The control that the keyboard acts on shows that only in the key window.
+- (void)keyWindowChanged:(NSNotification *)notification {
+  NSResponder *first = [static_cast<NSWindow *>([notification object]) firstResponder];
+  if ([first isKindOfClass:[NSText class]] && [static_cast<NSText *>(first) isFieldEditor])
+    first = static_cast<NSResponder *>([static_cast<NSText *>(first) delegate]);
+  if ([first isKindOfClass:[NSView class]])
+    [static_cast<NSView *>(first) setNeedsDisplay:YES];
+}
+
+- (void)observe {
+  NSNotificationCenter *center = [NSNotificationCenter defaultCenter];
+  for (NSString *name in @[ NSWindowDidBecomeKeyNotification, NSWindowDidResignKeyNotification ])
+    [center addObserver:self selector:@selector(keyWindowChanged:) name:name object:nil];
 }
 
 // The colours that the toolkit asks for by these names only.
@@ -61,7 +80,10 @@ void InstallHostTheme(HostThemeVariant variant) {
     replaceButtonMethods();
     replaceFieldMethods();
     replaceScrollerMethods();
+    replaceTableMethods();
+    replaceAlertMethods();
     theme = [[HostTheme alloc] initWithBundle:nil];
+    [theme observe];
     [GSTheme setTheme:theme];
   } else {
     [theme deactivate];

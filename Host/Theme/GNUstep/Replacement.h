@@ -41,5 +41,7 @@ private:
 void replaceButtonMethods();
 void replaceFieldMethods();
 void replaceScrollerMethods();
+void replaceTableMethods();
+void replaceAlertMethods();
 
 } // namespace vireonix::host

@@ -4,6 +4,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cmath>
+#include <map>
+#include <tuple>
+
 using namespace vireonix::test;
 
 void vireonix::test::beforeApplication() {
@@ -11,6 +16,8 @@ void vireonix::test::beforeApplication() {
 }
 
 namespace {
+
+constexpr double kReadable = 4.5;
 
 class Theme : public testing::TestWithParam<HostThemeVariant> {
 protected:
@@ -21,6 +28,51 @@ NSString *picturePath(NSString *name) {
   return [@VIREONIX_PICTURES stringByAppendingPathComponent:name];
 }
 
+double linear(int component) {
+  const double value = component / 255.0;
+  return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
+}
+
+// Relative luminance and contrast ratio after WCAG 2.1.
+double luminance(Pixel pixel) {
+  return 0.2126 * linear(pixel.red) + 0.7152 * linear(pixel.green) + 0.0722 * linear(pixel.blue);
+}
+
+double contrast(Pixel a, Pixel b) {
+  const double one = luminance(a);
+  const double other = luminance(b);
+  return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
+}
+
+Pixel commonest(const Picture &picture, NSRect rect) {
+  std::map<std::tuple<int, int, int>, int> counts;
+  picture.each(rect, [&](Pixel pixel) { ++counts[{pixel.red, pixel.green, pixel.blue}]; });
+  const auto most = std::max_element(counts.begin(), counts.end(),
+                                     [](auto &a, auto &b) { return a.second < b.second; });
+  const auto [red, green, blue] = most->first;
+  return {red, green, blue};
+}
+
+// The contrast of the boldest pixel in a rectangle with its background.
+double textContrast(const Picture &picture, NSRect rect) {
+  const Pixel background = commonest(picture, rect);
+  double best = 1;
+  picture.each(rect, [&](Pixel pixel) { best = std::max(best, contrast(pixel, background)); });
+  return best;
+}
+
+NSRect inside(NSView *view, CGFloat dx, CGFloat dy) {
+  return NSInsetRect([view bounds], dx, dy);
+}
+
+bool isAccent(Pixel pixel) {
+  return isNear(pixel, {0x2F, 0x6F, 0xDE}, 12);
+}
+
+bool isFocusRing(Pixel pixel) {
+  return isAccent(pixel) || isNear(pixel, {0x6F, 0xA0, 0xF7}, 12);
+}
+
 } // namespace
 
 TEST_P(Theme, LeavesAPictureOfEveryControl) {
@@ -28,6 +80,106 @@ TEST_P(Theme, LeavesAPictureOfEveryControl) {
   gallery.focus(gallery.field);
   NSString *name = GetParam() == HostThemeDark ? @"theme-dark.png" : @"theme-light.png";
   EXPECT_TRUE(gallery.picture(gallery.content).write(picturePath(name)));
+}
+
+TEST_P(Theme, TextIsReadableInEveryEnabledControl) {
+  Gallery gallery;
+  const auto contrastIn = [&](NSView *view) {
+    return textContrast(gallery.picture(view), inside(view, 12, 7));
+  };
+  EXPECT_GE(contrastIn(gallery.plainButton), kReadable);
+  EXPECT_GE(contrastIn(gallery.defaultButton), kReadable);
+  EXPECT_GE(contrastIn(gallery.pressedButton), kReadable);
+  EXPECT_GE(contrastIn(gallery.field), kReadable);
+  EXPECT_GE(contrastIn(gallery.combo), kReadable);
+  EXPECT_GE(contrastIn(gallery.popUp), kReadable);
+}
+
+TEST_P(Theme, RowsAreReadableStripedAndSelectedInTheAccentColour) {
+  Gallery gallery;
+  const Picture picture = gallery.picture(gallery.table);
+  const auto row = [&](NSInteger index) {
+    return NSInsetRect([gallery.table frameOfCellAtColumn:0 row:index], 2, 2);
+  };
+  for (NSInteger index = 0; index < 3; ++index)
+    EXPECT_GE(textContrast(picture, row(index)), kReadable) << "row " << index;
+  EXPECT_NE(commonest(picture, row(0)), commonest(picture, row(1)));
+  EXPECT_TRUE(isAccent(commonest(picture, row(2))));
+  NSView *header = [gallery.table headerView];
+  EXPECT_GE(textContrast(gallery.picture(header), NSMakeRect(4, 4, 200, 12)), kReadable);
+}
+
+TEST_P(Theme, DisabledControlsLookDisabled) {
+  Gallery gallery;
+  const auto contrastIn = [&](NSView *view) {
+    return textContrast(gallery.picture(view), inside(view, 12, 7));
+  };
+  EXPECT_LT(contrastIn(gallery.disabledButton), 0.7 * contrastIn(gallery.plainButton));
+  EXPECT_LT(contrastIn(gallery.disabledField), 0.7 * contrastIn(gallery.field));
+  EXPECT_LT(contrastIn(gallery.disabledCombo), 0.7 * contrastIn(gallery.combo));
+  EXPECT_GT(gallery.picture(gallery.checkOn).count(isAccent), 100);
+  EXPECT_EQ(gallery.picture(gallery.checkDisabled).count(isAccent), 0);
+}
+
+TEST_P(Theme, OnlyTheFocusedFieldHasARing) {
+  Gallery gallery;
+  EXPECT_EQ(gallery.picture(gallery.field).count(isFocusRing), 0);
+  gallery.focus(gallery.field);
+  EXPECT_GT(gallery.picture(gallery.field).count(isFocusRing), 300);
+  gallery.focus(gallery.combo);
+  EXPECT_EQ(gallery.picture(gallery.field).count(isFocusRing), 0);
+  EXPECT_GT(gallery.picture(gallery.combo).count(isFocusRing), 300);
+}
+
+TEST_P(Theme, TheDefaultButtonStandsOut) {
+  Gallery gallery;
+  EXPECT_GT(gallery.picture(gallery.defaultButton).count(isAccent), 1000);
+  EXPECT_EQ(gallery.picture(gallery.plainButton).count(isAccent), 0);
+}
+
+TEST_P(Theme, APressedButtonDiffers) {
+  Gallery gallery;
+  const Picture plain = gallery.picture(gallery.plainButton);
+  const Picture pressed = gallery.picture(gallery.pressedButton);
+  EXPECT_NE(commonest(plain, inside(gallery.plainButton, 8, 6)),
+            commonest(pressed, inside(gallery.pressedButton, 8, 6)));
+}
+
+TEST_P(Theme, MarksTellOnFromOffAndFromMixed) {
+  Gallery gallery;
+  const auto accents = [&](NSView *view) { return gallery.picture(view).count(isAccent); };
+  EXPECT_EQ(accents(gallery.checkOff), 0);
+  EXPECT_GT(accents(gallery.checkOn), 100);
+  EXPECT_GT(accents(gallery.checkMixed), accents(gallery.checkOn)) << "a dash is less than a mark";
+  const Picture radios = gallery.picture(gallery.radios);
+  EXPECT_GT(radios.count(NSMakeRect(0, 0, 20, 20), isAccent), 80);
+  EXPECT_EQ(radios.count(NSMakeRect(110, 0, 20, 20), isAccent), 0);
+}
+
+TEST_P(Theme, TheScrollBarIsAtTheRightWithAKnobThatMoves) {
+  Gallery gallery;
+  NSScroller *scroller = [gallery.scrollView verticalScroller];
+  EXPECT_GT(NSMinX([scroller frame]), NSWidth([gallery.scrollView bounds]) / 2);
+  const auto knobAt = [&](CGFloat y) {
+    const Picture picture = gallery.picture(scroller);
+    const int x = picture.width() / 2;
+    return contrast(picture.at(x, static_cast<int>(y)), picture.at(0, static_cast<int>(y)));
+  };
+  const CGFloat bottom = NSHeight([scroller bounds]) - 12;
+  EXPECT_GT(knobAt(12), 1.6);
+  EXPECT_NEAR(knobAt(bottom), 1, 0.01);
+  [gallery.table scrollRowToVisible:[gallery.table numberOfRows] - 1];
+  EXPECT_NEAR(knobAt(12), 1, 0.01);
+  EXPECT_GT(knobAt(bottom), 1.6);
+}
+
+TEST_P(Theme, TheSliderShowsItsValue) {
+  Gallery gallery;
+  const auto accents = [&] { return gallery.picture(gallery.slider).count(isAccent); };
+  [gallery.slider setDoubleValue:20];
+  const int low = accents();
+  [gallery.slider setDoubleValue:90];
+  EXPECT_GT(accents(), 3 * low);
 }
 
 INSTANTIATE_TEST_SUITE_P(BothVariants, Theme, testing::Values(HostThemeLight, HostThemeDark),
