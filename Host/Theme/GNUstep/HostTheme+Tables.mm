@@ -11,7 +11,7 @@ using namespace vireonix::host;
 
 namespace {
 
-constexpr CGFloat kHeaderMargin = 6;
+constexpr CGFloat kHeaderMargin = 2;
 constexpr CGFloat kListRowHeight = 22;
 
 // The header's ground with the line below it.
