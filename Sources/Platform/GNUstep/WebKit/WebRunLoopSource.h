@@ -7,12 +7,13 @@
 @private
   void *descriptor_;
   NSUInteger users_;
+  BOOL watching_;
 }
 
 /// The one source. Main thread only.
 + (WebRunLoopSource *)sharedSource;
 
-/// Watches from the first -start to the last -stop. GLib's loop must be open meanwhile.
+/// Watches from the first -start until a few seconds after the last -stop.
 - (void)start;
 - (void)stop;
 

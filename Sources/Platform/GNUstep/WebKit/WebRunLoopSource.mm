@@ -13,6 +13,9 @@ using vireonix::platform::GlibLoop;
 // The page must not make the host's own windows wait.
 static const int kDispatchMilliseconds = 8;
 
+// The engine's processes end after the last page, and need GLib's loop for that.
+static const NSTimeInterval kLingerSeconds = 5;
+
 @implementation WebRunLoopSource
 
 + (WebRunLoopSource *)sharedSource {
@@ -27,18 +30,27 @@ static const int kDispatchMilliseconds = 8;
 }
 
 - (void)start {
-  if (users_++ > 0)
+  [NSObject cancelPreviousPerformRequestsWithTarget:self];
+  if (users_++ > 0 || watching_)
     return;
+  watching_ = YES;
+  GlibLoop::shared().open();
   descriptor_ = reinterpret_cast<void *>(intptr_t{GlibLoop::shared().descriptor()});
   for (NSString *mode in [self modes])
     [[NSRunLoop mainRunLoop] addEvent:descriptor_ type:ET_RDESC watcher:self forMode:mode];
 }
 
 - (void)stop {
-  if (--users_ > 0)
-    return;
+  if (--users_ == 0)
+    [self performSelector:@selector(stopWatching) withObject:nil afterDelay:kLingerSeconds
+                  inModes:[self modes]];
+}
+
+- (void)stopWatching {
+  watching_ = NO;
   for (NSString *mode in [self modes])
     [[NSRunLoop mainRunLoop] removeEvent:descriptor_ type:ET_RDESC forMode:mode all:YES];
+  GlibLoop::shared().close();
 }
 
 // Asked before each wait: so this is also where the pages learn what became of their views.

@@ -70,7 +70,6 @@ NSBitmapImageRep *makePicture(const PagePixels &size) {
     return;
   auto &all = engines();
   all.erase(std::remove(all.begin(), all.end(), self), all.end());
-  // The descriptor must not be closed while the run loop still waits for it.
   [[WebRunLoopSource sharedSource] stop];
   page_.reset();
 }
