@@ -6,7 +6,32 @@
 
 using namespace vireonix::test;
 
+static int probesAlive = 0;
+
+/// A subview that tells by its end when the view around it has gone.
+@interface LifeProbe : NSView
+@end
+
+@implementation LifeProbe
+
+- (id)initWithFrame:(NSRect)frame {
+  self = [super initWithFrame:frame];
+  ++probesAlive;
+  return self;
+}
+
+- (void)dealloc {
+  --probesAlive;
+  [super dealloc];
+}
+
+@end
+
 namespace {
+
+void addProbe(NSView *view) {
+  [view addSubview:[[[LifeProbe alloc] initWithFrame:NSZeroRect] autorelease]];
+}
 
 class Nib : public testing::TestWithParam<std::string> {
 protected:
@@ -217,4 +242,35 @@ TEST(Nibs, ExistInTenLanguages) {
   const std::vector<std::string> expected = {"de", "en", "es",    "fr", "it",
                                              "ja", "ko", "pt-BR", "ru", "zh-Hans"};
   EXPECT_EQ(languages(), expected);
+}
+
+TEST(NibMemory, ThePanelGoesWithTheOneReferenceThatLoadingLeavesToTheCaller) {
+  NSView *panel = nil;
+  @autoreleasepool {
+    NSArray *objects = loadNib([folderOf("en") stringByAppendingPathComponent:@"PrivateView.nib"],
+                               [[[PrivateView alloc] init] autorelease]);
+    ASSERT_EQ([objects count], 1U);
+    panel = [objects lastObject];
+    addProbe(panel);
+  }
+  ASSERT_EQ(probesAlive, 1);
+  @autoreleasepool {
+    [panel release];
+  }
+  EXPECT_EQ(probesAlive, 0);
+}
+
+TEST(NibMemory, TheWindowGoesWithItsController) {
+  NibOwner *owner = [NibOwner alloc];
+  @autoreleasepool {
+    NSString *path = [folderOf("en") stringByAppendingPathComponent:@"PluginSettingsDelegate.nib"];
+    owner = [owner initWithWindowNibPath:path owner:owner];
+    addProbe([[owner window] contentView]);
+  }
+  ASSERT_EQ(probesAlive, 1);
+  @autoreleasepool {
+    [[owner window] close];
+    [owner release];
+  }
+  EXPECT_EQ(probesAlive, 0);
 }
