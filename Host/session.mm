@@ -3,7 +3,7 @@
 #import "VireonixSettings.h"
 
 // Ends the application's run loop once the settings window has closed.
-@interface SessionEnd : NSObject {
+@interface SessionEnd : NSObject <NSApplicationDelegate> {
   id<VireonixSettings> settings;
 }
 - (id)initWithSettings:(id<VireonixSettings>)watched;
@@ -24,6 +24,12 @@
 - (void)dealloc {
   [[NSNotificationCenter defaultCenter] removeObserver:self];
   [super dealloc];
+}
+
+// The end of the session ends the loop, not the closing of a window: the outcome is still to be
+// read, and the plug-in may be asking a question meanwhile.
+- (BOOL)applicationShouldTerminateAfterLastWindowClosed:(NSApplication *)application {
+  return NO;
 }
 
 // The plug-in's own handler of the same notification may still have to run.
@@ -69,8 +75,10 @@ Class loadPrincipalClass(NSString *path) {
 
 void runUntilClosed(id<VireonixSettings> settings, NSWindow *window) {
   SessionEnd *end = [[SessionEnd alloc] initWithSettings:settings];
+  [NSApp setDelegate:end];
   [window makeKeyAndOrderFront:nil];
   [NSApp run];
+  [NSApp setDelegate:nil];
   [end release];
 }
 
