@@ -72,6 +72,15 @@ static const int32_t kCloseModeApply = 1;
   [super dealloc];
 }
 
+// Some platforms raise where others log and go on without a window.
+- (void)loadWindow {
+  @try {
+    [super loadWindow];
+  } @catch (NSException *exception) {
+    NSLog(@"No settings window in %@: %@", defaultBundlePath(), [exception reason]);
+  }
+}
+
 - (void)awakeFromNib {
   NSString *title = loadAppString(@"Plugin Settings - %@", @"Plugin Settings - %@");
   [[self window] setTitle:[title stringByReplacingOccurrencesOfString:@"%@"

@@ -199,6 +199,9 @@ Status WorkspaceBackup::take(std::string_view workspace, std::string_view backup
     status = Status::failure(EINVAL, std::string(workspace));
   else if (exists(workspace) && !isFolder(workspace))
     status = Status::failure(ENOTDIR, std::string(workspace));
+  else if (!exists(workspace) && isAnythingAt(std::string(workspace)))
+    status = Status::failure(
+        ENOENT, std::string(workspace)); // what a dangling link names is not ours to make
   else if (mark && !isOurs && !mark->workspace.empty() && isRunning(mark->process))
     status = Status::failure(EBUSY, std::string(backup));
   else

@@ -30,6 +30,23 @@ bool spawnOpener(const char *address) {
   return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
+// The loop looks at its stop flag only after an event, and finds one that was not sent by the user
+// only when something fires. Closed by a timer or by the host, the window would otherwise leave its
+// session waiting for the next movement of the mouse.
+void wakeModalLoop() {
+  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined location:NSZeroPoint
+                                 modifierFlags:0
+                                     timestamp:0
+                                  windowNumber:0
+                                       context:nil
+                                       subtype:0
+                                         data1:0
+                                         data2:0]
+           atStart:NO];
+  [NSApp performSelector:@selector(self) withObject:nil afterDelay:0
+                 inModes:@[ NSModalPanelRunLoopMode ]];
+}
+
 } // namespace
 
 void openWithDefaultApplication(NSURL *address) {
@@ -41,8 +58,10 @@ void openWithDefaultApplication(NSURL *address) {
 
 void stopModalSession(NSInteger code) {
   // GNUstep raises where AppKit does nothing.
-  if ([NSApp modalWindow] != nil)
-    [NSApp stopModalWithCode:code];
+  if ([NSApp modalWindow] == nil)
+    return;
+  [NSApp stopModalWithCode:code];
+  wakeModalLoop();
 }
 
 void releaseTopLevelObjects(NSArray *objects) {
