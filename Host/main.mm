@@ -4,6 +4,7 @@
 #import "Theme/HostTheme.h"
 #import "session.h"
 
+#include <csignal>
 #include <cstdio>
 #include <filesystem>
 #include <system_error>
@@ -42,6 +43,9 @@ bool startApplication(Theme theme) {
     InstallHostTheme(theme == Theme::Dark ? HostThemeDark : HostThemeLight);
     [NSApplication sharedApplication];
     [NSApp finishLaunching];
+    // GNUstep's handlers ask the application to end itself, which a modal session does not let it.
+    std::signal(SIGTERM, SIG_DFL);
+    std::signal(SIGINT, SIG_DFL);
     return true;
   } @catch (NSException *) {
     return false;

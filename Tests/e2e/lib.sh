@@ -124,6 +124,8 @@ press() {
   xdotool mousedown 1
   sleep 0.15
   xdotool mouseup 1
+  # A release that is seen only after the mouse moved on would end a drag.
+  sleep 0.4
 }
 
 # click CONTROL: in the middle of a control of the settings window.
