@@ -1,5 +1,6 @@
 #import "session.h"
 
+#import "Platform/wake_event.h"
 #import "VireonixSettings.h"
 
 // Ends the application's run loop once the settings window has closed.
@@ -42,15 +43,7 @@
     return;
   [NSApp stop:self];
   // The loop looks at its stop flag only after an event.
-  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined location:NSZeroPoint
-                                 modifierFlags:0
-                                     timestamp:0
-                                  windowNumber:0
-                                       context:nil
-                                       subtype:0
-                                         data1:0
-                                         data2:0]
-           atStart:NO];
+  [NSApp postEvent:vireonix::platform::wakeEvent() atStart:NO];
 }
 
 @end

@@ -25,6 +25,17 @@ std::string lookUp(const char *key, const char *otherwise) {
   return utf8(loadAppString(string(key), string(otherwise)));
 }
 
+// In a process that has the German table: the body's lookups pass.
+testing::AssertionResult passesInGerman(const std::function<void()> &body) {
+  TemporaryFolder folder;
+  writeTables(folder);
+  return passesInOwnProcess([&folder, &body] {
+    setDefaultLanguageCode(@"de");
+    setDefaultBundlePath(string(folder.at("p.bundle")));
+    body();
+  });
+}
+
 } // namespace
 
 TEST(Locale, WithoutABundleEveryKeyGivesItsDefault) {
@@ -37,32 +48,18 @@ TEST(Locale, WithoutABundleEveryKeyGivesItsDefault) {
 }
 
 TEST(Locale, TheTableOfTheLanguageAnswersAndMissingKeysGiveTheDefault) {
-  TemporaryFolder folder;
-  writeTables(folder);
-  EXPECT_TRUE(passesInOwnProcess([&folder] {
-    setDefaultLanguageCode(@"de");
-    setDefaultBundlePath(string(folder.at("p.bundle")));
+  EXPECT_TRUE(passesInGerman([] {
     EXPECT_EQ(lookUp("Add", "plus"), "Hinzufügen");
     EXPECT_EQ(lookUp("Remove", "minus"), "minus");
   }));
 }
 
 TEST(Locale, AnEntryEqualToItsKeyCountsAsMissing) {
-  TemporaryFolder folder;
-  writeTables(folder);
-  EXPECT_TRUE(passesInOwnProcess([&folder] {
-    setDefaultLanguageCode(@"de");
-    setDefaultBundlePath(string(folder.at("p.bundle")));
-    EXPECT_EQ(lookUp("Cancel", "Stop"), "Stop");
-  }));
+  EXPECT_TRUE(passesInGerman([] { EXPECT_EQ(lookUp("Cancel", "Stop"), "Stop"); }));
 }
 
 TEST(Locale, AfterTheFirstLookupAnotherLanguageChangesNothing) {
-  TemporaryFolder folder;
-  writeTables(folder);
-  EXPECT_TRUE(passesInOwnProcess([&folder] {
-    setDefaultLanguageCode(@"de");
-    setDefaultBundlePath(string(folder.at("p.bundle")));
+  EXPECT_TRUE(passesInGerman([] {
     EXPECT_EQ(lookUp("Add", "plus"), "Hinzufügen");
     setDefaultLanguageCode(@"en");
     EXPECT_EQ(lookUp("Add", "plus"), "Hinzufügen");

@@ -1,4 +1,5 @@
 #import "Platform/desktop.h"
+#import "Platform/wake_event.h"
 
 #import <AppKit/AppKit.h>
 
@@ -34,15 +35,7 @@ bool spawnOpener(const char *address) {
 // only when something fires. Closed by a timer or by the host, the window would otherwise leave its
 // session waiting for the next movement of the mouse.
 void wakeModalLoop() {
-  [NSApp postEvent:[NSEvent otherEventWithType:NSApplicationDefined location:NSZeroPoint
-                                 modifierFlags:0
-                                     timestamp:0
-                                  windowNumber:0
-                                       context:nil
-                                       subtype:0
-                                         data1:0
-                                         data2:0]
-           atStart:NO];
+  [NSApp postEvent:wakeEvent() atStart:NO];
   [NSApp performSelector:@selector(self) withObject:nil afterDelay:0
                  inModes:@[ NSModalPanelRunLoopMode ]];
 }
