@@ -90,11 +90,21 @@ struct Scene {
       NSString *margin =
           vireonix::bridge::string(vireonix::core::oneDecimalText([[canvas positionRect] left]));
       while (![[left stringValue] isEqualToString:margin]) {
-        @autoreleasepool {
-          [[NSRunLoop currentRunLoop] runMode:NSDefaultRunLoopMode
-                                   beforeDate:[NSDate dateWithTimeIntervalSinceNow:0.001]];
-        }
+        takeNextEvent();
       }
+    }
+  }
+
+  // As the application does: a view that moves posts an event that has the cursor rectangles set
+  // again, and what nobody takes from the application's queue stays there.
+  static void takeNextEvent() {
+    @autoreleasepool {
+      NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                          untilDate:[NSDate dateWithTimeIntervalSinceNow:0.001]
+                                             inMode:NSDefaultRunLoopMode
+                                            dequeue:YES];
+      if (event != nil)
+        [NSApp sendEvent:event];
     }
   }
 
