@@ -74,9 +74,21 @@ static const NSTimeInterval kPreviewInterval = 0.33;
   [privateView loadDispInfo];
 }
 
+// The Tab key goes through the panel where it went through the placeholder.
+- (void)joinKeyViewLoop {
+  NSView *last = privateView;
+  while ([[last nextKeyView] isDescendantOf:privateView])
+    last = [last nextKeyView];
+  [last setNextKeyView:[PrivateSettingView nextKeyView]];
+  [[PrivateSettingView previousKeyView] setNextKeyView:privateView];
+  [[self window] setInitialFirstResponder:[privateView nextKeyView]];
+}
+
 - (void)placePanel {
-  if (PrivateSettingView != nil)
+  if (PrivateSettingView != nil && privateView != nil) {
     [privateView setAutoresizingMask:[PrivateSettingView autoresizingMask]];
+    [self joinKeyViewLoop];
+  }
   [PrivateSettingView removeFromSuperview];
   PrivateSettingView = nil;
   if (privateView != nil)

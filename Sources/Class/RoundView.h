@@ -1,7 +1,7 @@
 // A rounded grey outline around a group of controls; named in the nibs. Main thread only.
-#import <AppKit/AppKit.h>
+#import "Class/GroupsView.h"
 
-@interface RoundView : NSView
+@interface RoundView : NSView <DrawnAsAWhole>
 
 - (instancetype)initWithFrame:(NSRect)frame;
 /// Draws only on a full redraw: when the dirty rectangle has the size of the view's frame.

@@ -8,6 +8,10 @@
   return [super initWithFrame:frame];
 }
 
+- (BOOL)isDrawnAsAWhole {
+  return YES;
+}
+
 - (void)drawRect:(NSRect)dirtyRect {
   if (vireonix::coversWholeView(dirtyRect, self))
     vireonix::strokeRoundedFrame(dirtyRect, [NSColor grayColor], 1.0);

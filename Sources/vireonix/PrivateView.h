@@ -1,7 +1,7 @@
 // The content editor panel: the slides, the text objects (captions) of the selected slide and the
 // controls that edit one text object. Loaded from the nib "PrivateView" and placed in the settings
 // window by its controller. Main thread only.
-#import <AppKit/AppKit.h>
+#import "Class/GroupsView.h"
 
 #include <cstdint>
 
@@ -9,7 +9,7 @@
 @class TableViewProtocol;
 @class XMLElement;
 
-@interface PrivateView : NSView <NSTextFieldDelegate> {
+@interface PrivateView : NSView <NSTextFieldDelegate, DrawnAsAWhole> {
   NSTableView *tableView;
   NSTableView *tbContent;
   NSButton *btnAdd;

@@ -56,6 +56,10 @@ static NSString *const kIdentifier = @"vireonix";
   [super dealloc];
 }
 
+- (BOOL)isDrawnAsAWhole {
+  return YES;
+}
+
 - (void)drawRect:(NSRect)rect {
   if (coversWholeView(rect, self))
     strokeRoundedFrame(rect, [NSColor grayColor], 1);
@@ -123,6 +127,7 @@ static NSString *const kIdentifier = @"vireonix";
   for (NSComboBox *combo in [self comboBoxes]) {
     [combo setTarget:self];
     [combo setAction:@selector(onTypeButtonChange:)];
+    showAllItems(combo);
   }
   [comAlign setIntercellSpacing:NSMakeSize(1, 2)];
 }

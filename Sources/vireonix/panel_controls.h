@@ -25,6 +25,9 @@ void buildColumns(NSTableView *table, TableViewProtocol *protocol);
 /// Selects an item and shows its text; item 0 for an index out of range.
 void selectComboItem(NSComboBox *combo, NSInteger index);
 
+/// Makes the list tall enough for all items, up to a dozen.
+void showAllItems(NSComboBox *combo);
+
 /// Opaque and enabled, or transparent and disabled.
 void setButtonUsable(NSButton *button, BOOL isUsable);
 

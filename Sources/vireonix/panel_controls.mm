@@ -10,6 +10,7 @@ namespace vireonix {
 namespace {
 
 constexpr CGFloat kLeastColumnWidth = 100;
+constexpr NSInteger kMostVisibleItems = 12;
 
 bool isReady(NSTableView *table) {
   return table != nil && [table dataSource] != nil && [table numberOfColumns] > 0;
@@ -21,8 +22,7 @@ void removeColumns(NSTableView *table) {
     [table removeTableColumn:column];
 }
 
-void addColumns(NSTableView *table, NSArray *keys, NSDictionary *titles) {
-  const CGFloat tableWidth = NSWidth([table frame]);
+void addColumns(NSTableView *table, CGFloat tableWidth, NSArray *keys, NSDictionary *titles) {
   const CGFloat width =
       std::max(kLeastColumnWidth, tableWidth / static_cast<CGFloat>([keys count]));
   for (NSUInteger i = 0; i < [keys count]; ++i) {
@@ -31,6 +31,8 @@ void addColumns(NSTableView *table, NSArray *keys, NSDictionary *titles) {
     NSString *title = [titles objectForKey:[keys objectAtIndex:i]];
     [column setWidth:width];
     [[column headerCell] setStringValue:title != nil ? title : @""];
+    [[column headerCell] setLineBreakMode:NSLineBreakByTruncatingTail];
+    [[column dataCell] setLineBreakMode:NSLineBreakByTruncatingTail];
     [column setResizingMask:NSTableColumnAutoresizingMask | NSTableColumnUserResizingMask];
     [table addTableColumn:column];
   }
@@ -62,9 +64,11 @@ void selectRow(NSTableView *table, NSInteger row) {
 void buildColumns(NSTableView *table, TableViewProtocol *protocol) {
   if (table == nil)
     return;
+  // Before the columns go: a table may shrink with them.
+  const CGFloat tableWidth = NSWidth([table frame]);
   removeColumns(table);
   if ([[protocol getKeys] count] > 0)
-    addColumns(table, [protocol getKeys], [protocol getTitles]);
+    addColumns(table, tableWidth, [protocol getKeys], [protocol getTitles]);
   [table setColumnAutoresizingStyle:NSTableViewLastColumnOnlyAutoresizingStyle];
   [table setAllowsColumnSelection:NO];
   [table setGridStyleMask:NSTableViewSolidVerticalGridLineMask |
@@ -83,6 +87,10 @@ void selectComboItem(NSComboBox *combo, NSInteger index) {
   const NSInteger item = index >= 0 && index < count ? index : 0;
   [combo selectItemAtIndex:item];
   showTextInField(combo, [[combo itemObjectValueAtIndex:item] description]);
+}
+
+void showAllItems(NSComboBox *combo) {
+  [combo setNumberOfVisibleItems:std::min([combo numberOfItems], kMostVisibleItems)];
 }
 
 void setButtonUsable(NSButton *button, BOOL isUsable) {

@@ -1,3 +1,4 @@
+#import "Class/GroupsView.h"
 #import "Class/RoundView.h"
 #import "Class/SimpleCell.h"
 #import "Class/TransitionBGView.h"
@@ -154,6 +155,53 @@ TEST(TransitionBGView, APartialRedrawDrawsNothing) {
       [[[TransitionBGView alloc] initWithFrame:NSMakeRect(0, 0, 60, 40)] autorelease];
   const Picture partial = pictureOf([view](NSView *) { [view drawRect:NSMakeRect(0, 0, 59, 40)]; });
   EXPECT_EQ(partial.count(isWhite), 120 * 50);
+}
+
+TEST(GroupsView, RedrawsTheWholeOfADecorationOfWhichAPartWasWipedAway) {
+  GroupsView *ground = [[[GroupsView alloc] initWithFrame:NSMakeRect(0, 0, 200, 100)] autorelease];
+  RoundView *group = [[[RoundView alloc] initWithFrame:NSMakeRect(5.3, 5, 150, 90)] autorelease];
+  TransitionBGView *strip =
+      [[[TransitionBGView alloc] initWithFrame:NSMakeRect(0, 60.7, 150, 29)] autorelease];
+  NSTextField *label = [[[NSTextField alloc] initWithFrame:NSMakeRect(10, 5, 60, 20)] autorelease];
+  [label setDrawsBackground:NO];
+  [label setBezeled:NO];
+  [label setEditable:NO];
+  [strip addSubview:label];
+  [group addSubview:strip];
+  [ground addSubview:group];
+  NSWindow *window = windowShowing(ground);
+  const Picture before(ground);
+  ASSERT_GT(before.count(isOutline), 100);
+  [label setNeedsDisplay:YES];
+  [window displayIfNeeded];
+  [ground setNeedsDisplayInRect:NSMakeRect(0, 0, 20, 20)];
+  [ground setNeedsDisplayInRect:NSMakeRect(40, 70, 5, 5)];
+  [window displayIfNeeded];
+  [strip displayRect:NSMakeRect(3, 3, 5, 5)];
+  const Picture after(ground);
+  int changed = 0;
+  for (int y = 0; y < before.height(); ++y) {
+    for (int x = 0; x < before.width(); ++x)
+      changed += before.at(x, y) == after.at(x, y) ? 0 : 1;
+  }
+  EXPECT_EQ(changed, 0);
+  [window orderOut:nil];
+}
+
+TEST(GroupsView, LeavesWhatIsApartFromTheChangeAlone) {
+  GroupsView *ground = [[[GroupsView alloc] initWithFrame:NSMakeRect(0, 0, 200, 100)] autorelease];
+  RoundView *group = [[[RoundView alloc] initWithFrame:NSMakeRect(5, 5, 90, 90)] autorelease];
+  Canvas *canvas = [[[Canvas alloc] initWithFrame:NSMakeRect(100, 0, 100, 100)] autorelease];
+  int drawings = 0;
+  [canvas setDrawing:[&drawings](NSView *, NSRect) { ++drawings; }];
+  [ground addSubview:group];
+  [ground addSubview:canvas];
+  NSWindow *window = windowShowing(ground);
+  drawings = 0;
+  [group setNeedsDisplay:YES];
+  [window displayIfNeeded];
+  EXPECT_EQ(drawings, 0);
+  [window orderOut:nil];
 }
 
 TEST(SimpleCell, AnIdleButtonIsAGreyOutline) {

@@ -28,6 +28,26 @@ void click(const SettingsSession &session, NSString *button) {
   [session.field(button) performClick:nil];
 }
 
+void collectControls(NSView *view, NSMutableArray *controls) {
+  const bool takesKeys = [view isKindOfClass:[NSControl class]] &&
+                         [static_cast<NSControl *>(view) isEnabled] && [view acceptsFirstResponder];
+  if (takesKeys || [view isKindOfClass:[WebView class]]) {
+    [controls addObject:view];
+    return;
+  }
+  for (NSView *subview in [view subviews])
+    collectControls(subview, controls);
+}
+
+// The views that the Tab key reaches from `first` on, once around.
+NSArray *keyViewLoop(NSView *first) {
+  NSMutableArray *loop = [NSMutableArray arrayWithObject:first];
+  for (NSView *view = [first nextValidKeyView]; view != nil && view != first && [loop count] < 100;
+       view = [view nextValidKeyView])
+    [loop addObject:view];
+  return loop;
+}
+
 } // namespace
 
 TEST(SettingsWindow, OpensWithItsTitlePanelCanvasTimerAndBackup) {
@@ -58,6 +78,40 @@ TEST(SettingsWindow, EveryOutletIsConnected) {
   EXPECT_EQ([session.field(@"iWebView") frameLoadDelegate], session.controller());
   EXPECT_EQ([session.field(@"iWebView") resourceLoadDelegate], session.controller());
   EXPECT_EQ([session.field(@"iWebView") downloadDelegate], session.controller());
+}
+
+TEST(SettingsWindow, TheTabKeyReachesEveryControlOnceFromThePanelsFirstToOK) {
+  const SettingsSession session;
+  NSWindow *window = session.window();
+  ASSERT_NE(window, nil);
+  PrivateView *panel = session.field(@"privateView");
+  EXPECT_EQ([window initialFirstResponder], [panel tableView]);
+  NSArray *loop = keyViewLoop([panel tableView]);
+  NSMutableArray *controls = [NSMutableArray array];
+  collectControls([window contentView], controls);
+  for (NSView *control in controls)
+    EXPECT_TRUE([loop containsObject:control]) << utf8([control description]);
+  EXPECT_EQ([loop count], [[NSSet setWithArray:loop] count]);
+  EXPECT_EQ([loop lastObject], session.field(@"btnOK"));
+  EXPECT_EQ([[panel btnContentRemove] nextKeyView], session.field(@"iWebView"));
+}
+
+TEST(SettingsWindow, TheTableColumnsFillTheirTables) {
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  PrivateView *panel = session.field(@"privateView");
+  NSTableView *slides = [panel tableView];
+  ASSERT_EQ([slides numberOfColumns], 1);
+  const CGFloat visible = NSWidth([[slides superview] bounds]);
+  EXPECT_NEAR([[[slides tableColumns] objectAtIndex:0] width], visible, 4);
+  EXPECT_NEAR(NSWidth([[slides headerView] frame]), visible, 4);
+}
+
+TEST(SettingsWindow, EveryChoiceOfAnAlignmentIsInSight) {
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  NSComboBox *choices = [session.field(@"privateView") comAlign];
+  EXPECT_GE([choices numberOfVisibleItems], [choices numberOfItems]);
 }
 
 TEST(SettingsWindow, TheBackupFolderIsEmptiedWhenTheControllerIsMade) {
