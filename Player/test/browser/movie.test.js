@@ -26,10 +26,13 @@ test("a movie plays behind the captions", async (context) => {
   await waitUntilPlaying(session);
   await session.seek(2000);
   assert.equal(await session.page.isVisible(".caption .shown"), true);
+  const color = [10, 200, 40];
   let pixel = [0, 0, 0];
-  for (const end = Date.now() + 10000; pixel[1] < 150 && Date.now() < end;)
+  // The emulator's renderer rounds.
+  const isPlayed = () => pixel.every((part, index) => Math.abs(part - color[index]) <= 3);
+  for (const end = Date.now() + 10000; !isPlayed() && Date.now() < end;)
     pixel = firstPixel(await session.page.screenshot());
-  assert.deepEqual(pixel, [10, 200, 40]);
+  assert.ok(isPlayed(), `${pixel}`);
 });
 
 test("the emulator is read only for a movie", async (context) => {
@@ -53,10 +56,11 @@ test("a movie reaches neither the network nor the page", async (context) => {
     openAddress("javascript:parent.document.title='taken'", "_self"),
     openAddress("FSCommand:quit", ""),
   ];
+  const pages = session.page.context().pages().length;
   await showMovie(session, solidMovie([10, 20, 200], actions));
   await waitUntilPlaying(session);
   assert.equal(await session.page.title(), "Slides");
-  assert.equal(session.page.context().pages().length, 1);
+  assert.equal(session.page.context().pages().length, pages);
   const frame = session.page.frames()[1];
   const reached = await frame.evaluate(async () => {
     const attempts = [

@@ -5,20 +5,35 @@ import assert from "node:assert/strict";
 import { after, before } from "node:test";
 import { chromium } from "playwright-core";
 import { serve } from "./server.js";
-import { Workspace } from "./workspace.js";
+import { Workspace, builtPage } from "./workspace.js";
 
+// The tests' pages come from one site, and share the process that a page kept open keeps alive.
 const kFlags = [
   ...["--headless", "--no-sandbox", "--disable-gpu", "--disable-quic", "--no-first-run"],
   ...["--disable-background-networking", "--disable-component-update", "--disable-sync"],
+  "--process-per-site",
 ];
+
+/** @type {import("playwright-core").BrowserContextOptions} */
+const kOptions = { viewport: { width: 960, height: 600 } };
 
 /** @type {import("playwright-core").Browser} */
 let browser;
+/** @type {import("playwright-core").BrowserContext} */
+let sharedContext;
+/** @type {{ origin: string, close: () => void }} */
+let keptServer;
 before(async () => {
   const executablePath = process.env.CHROMIUM ?? "/usr/bin/chromium";
   browser = await chromium.launch({ executablePath, args: kFlags });
+  sharedContext = await browser.newContext(kOptions);
+  keptServer = await serve(builtPage());
+  await (await sharedContext.newPage()).goto(`${keptServer.origin}/index.html`);
 });
-after(() => browser.close());
+after(async () => {
+  await browser.close();
+  keptServer.close();
+});
 
 export class Session {
   /**
@@ -48,18 +63,16 @@ export class Session {
 
   /**
    * @param {import("node:test").TestContext} context at whose end all must be well
-   * @param {import("playwright-core").BrowserContextOptions} [options]
+   * @param {import("playwright-core").BrowserContextOptions} [options] for a browser of its own
    */
   static async start(context, options) {
     const workspace = await Workspace.make();
     const server = await serve(workspace.folder);
-    const browserContext = await browser.newContext({
-      viewport: { width: 960, height: 600 },
-      ...options,
-    });
-    const session = new Session(workspace, server, await browserContext.newPage());
+    const ownContext = options && (await browser.newContext({ ...kOptions, ...options }));
+    const page = await (ownContext ?? sharedContext).newPage();
+    const session = new Session(workspace, server, page);
     context.after(async () => {
-      await browserContext.close();
+      await (ownContext ?? page).close();
       server.close();
       await workspace.remove();
       assert.deepEqual(session.complaints, []);

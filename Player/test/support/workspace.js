@@ -6,7 +6,12 @@ import { tmpdir } from "node:os";
 import { dirname, join } from "node:path";
 import { solidPicture } from "./picture.js";
 
-const page = process.env.VIREONIX_PLAYER_HTML;
+/** @returns {string} its folder */
+export function builtPage() {
+  const page = process.env.VIREONIX_PLAYER_HTML;
+  if (!page) throw new Error("VIREONIX_PLAYER_HTML does not name the folder of the built page");
+  return page;
+}
 
 /**
  * @typedef {object} CaptionSource
@@ -51,7 +56,7 @@ export class Workspace {
 
   /** A workspace whose pictures are a.png (teal) and b.png (amber). */
   static async make() {
-    if (!page) throw new Error("VIREONIX_PLAYER_HTML does not name the folder of the built page");
+    const page = builtPage();
     const workspace = new Workspace(await mkdtemp(join(tmpdir(), "player-")));
     await cp(join(page, "index.html"), join(workspace.folder, "index.html"));
     await symlink(join(page, "js"), join(workspace.folder, "js"));
