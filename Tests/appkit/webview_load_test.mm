@@ -39,3 +39,13 @@ TEST_F(WebViewLoad, APathWithSpacesUmlautsAndMarksLoads) {
   show("<title>odd</title>", "a b \xC3\xA4 #1 100%.html");
   EXPECT_EQ(run("document.title"), "odd");
 }
+
+TEST_F(WebViewLoad, AResourceThatItsDelegateLeavesUnnamedIsHeardOfWithoutAName) {
+  show("<img src='data:image/gif;base64,R0lGODlhAQABAAAAACwAAAAAAQABAAA='>"
+       "<script>document.body.append(Object.assign(new Image,"
+       " {src: URL.createObjectURL(new Blob(['<svg xmlns=\"http://www.w3.org/2000/svg\"/>'],"
+       " {type: 'image/svg+xml'}))}))</script>");
+  const std::vector<std::string> &heard = recorder->resources;
+  EXPECT_TRUE(pumpEventsUntil(
+      [&] { return std::find(heard.begin(), heard.end(), "finish ") != heard.end(); }));
+}

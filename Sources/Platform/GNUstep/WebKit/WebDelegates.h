@@ -28,7 +28,7 @@
 /// Hears of everything that a page loads. Data sources are nil: the engine offers none.
 @protocol WebResourceLoadDelegate <NSObject>
 @optional
-/// The object that stands for the resource in the other methods; without this method, a number.
+/// What stands for the resource in the other methods, nil included; without this method, a number.
 - (id)webView:(WebView *)sender
     identifierForInitialRequest:(NSURLRequest *)request
                  fromDataSource:(WebDataSource *)dataSource;

@@ -154,13 +154,13 @@ NSError *loadError(const LoadFailure &failure) {
     [delegate webView:view didReceiveTitle:string(title) forFrame:[view mainFrame]];
 }
 
+// What the delegate calls the resource, which may be nil.
 - (id)identifierForResource:(const std::string &)url {
   id<WebResourceLoadDelegate> delegate = [[self view] resourceLoadDelegate];
-  id identifier = nil;
-  if ([delegate respondsToSelector:@selector(webView:identifierForInitialRequest:fromDataSource:)])
-    identifier = [delegate webView:[self view] identifierForInitialRequest:urlRequest(url)
-                     fromDataSource:nil];
-  return identifier == nil ? @(++resources_) : identifier;
+  if (![delegate respondsToSelector:@selector(webView:identifierForInitialRequest:fromDataSource:)])
+    return @(++resources_);
+  return [delegate webView:[self view] identifierForInitialRequest:urlRequest(url)
+                   fromDataSource:nil];
 }
 
 - (void)resource:(uint64_t)resource
@@ -171,7 +171,8 @@ NSError *loadError(const LoadFailure &failure) {
   id<WebResourceLoadDelegate> delegate = [view resourceLoadDelegate];
   NSNumber *key = @(resource);
   if (step == ResourceStep::started) {
-    [resourceIdentifiers_ setObject:[self identifierForResource:url] forKey:key];
+    if (id identifier = [self identifierForResource:url])
+      [resourceIdentifiers_ setObject:identifier forKey:key];
     return;
   }
   id identifier = [[[resourceIdentifiers_ objectForKey:key] retain] autorelease];

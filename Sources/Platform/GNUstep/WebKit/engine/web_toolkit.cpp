@@ -48,8 +48,8 @@ WebKitWebContext* WebToolkit::acquireContext() {
   if (pages_++ > 0)
     return context_;
   context_ = webkit_web_context_new_ephemeral();
-  // Files change under the page: what it loads again must be what the disk holds now.
-  webkit_web_context_set_cache_model(context_, WEBKIT_CACHE_MODEL_DOCUMENT_VIEWER);
+  // WebKit keeps what a page has shown, so that the same page loaded again is drawn at once. A page
+  // whose files change while it is shown asks for them under new addresses.
   g_signal_connect(context_, "download-started", G_CALLBACK(refuseDownload), nullptr);
   return context_;
 }
