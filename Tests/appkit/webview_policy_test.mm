@@ -191,13 +191,31 @@ TEST_F(WebViewPolicy, AWindowOpenedByScriptObeysItsOwnPolicyDelegate) {
 TEST_F(WebViewPolicy, AViewThatHasAPageAlreadyLoadsTheNewWindowByItself) {
   showLink("href=second.html target=_blank");
   WebView *other = [[WebView alloc] initWithFrame:NSMakeRect(0, 0, 100, 100)];
-  [other stringByEvaluatingJavaScriptFromString:@"1"];
+  [[other mainFrame] loadHTMLString:@"<title>Third</title>" baseURL:nil];
+  ASSERT_TRUE(pumpEventsUntil([&] { return [[other mainFrameTitle] isEqual:@"Third"]; }));
   recorder->onWindow = [&](NSURLRequest *) { return other; };
   follow();
   EXPECT_TRUE(pumpEventsUntil([&] {
     return [[other stringByEvaluatingJavaScriptFromString:@"document.title"] isEqual:@"Second"];
   }));
   [other release];
+}
+
+TEST_F(WebViewPolicy, AViewThatIsInAWindowBecomesTheNewWindow) {
+  show("<title>First</title>");
+  WebView *opened = nil;
+  recorder->onWindow = [&](NSURLRequest *) {
+    opened = [[[WebView alloc] initWithFrame:NSMakeRect(0, 0, 10, 10)] autorelease];
+    [[window contentView] addSubview:opened];
+    return opened;
+  };
+  run("window.opened = window.open('second.html'); 1");
+  ASSERT_TRUE(pumpEventsUntil([&] { return opened != nil; }));
+  EXPECT_TRUE(pumpEventsUntil([&] {
+    return [[opened stringByEvaluatingJavaScriptFromString:@"window.opener !== null && 'child'"]
+        isEqual:@"child"];
+  }));
+  EXPECT_EQ(run("window.opened !== null"), "true");
 }
 
 TEST_F(WebViewPolicy, WithoutAUIDelegateNoWindowOpens) {

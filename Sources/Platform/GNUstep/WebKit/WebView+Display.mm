@@ -72,6 +72,8 @@
   [super viewDidMoveToWindow];
   [[self window] setAcceptsMouseMovedEvents:YES];
   [self trackPointer];
+  if ([self window] != nil)
+    [self warmUp];
   [engine_ synchronize];
 }
 

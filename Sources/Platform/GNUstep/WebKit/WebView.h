@@ -1,7 +1,8 @@
 // A view that shows a web page.
 //
-// The page runs in WebKitGTK's own processes, started by the first load; its pixels are painted by
-// this view, and this view's events are handed to it. A page that is not visible does not animate.
+// The page runs in WebKitGTK's own processes, started when the view comes into a window, or by its
+// first load; its pixels are painted by this view, and this view's events are handed to it. A page
+// that is not visible does not animate.
 // Without a display the view stays blank and says so. Pages from files may read neighbouring files.
 // Nothing is kept on disk. Script dialogs are answered at once, permission and file requests
 // refused. Main thread only.

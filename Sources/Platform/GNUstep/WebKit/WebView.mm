@@ -112,9 +112,19 @@ static const double kScriptSeconds = 5;
   return [engine_ page];
 }
 
-- (WebPage *)openPageFrom:(WebViewEngine *)opener {
+- (void)warmUp {
   if (engine_ != nil)
+    return;
+  if (WebPage *page = [self page])
+    page->warmUp();
+}
+
+- (WebPage *)openPageFrom:(WebViewEngine *)opener {
+  const WebPage *existing = [self existingPage];
+  if (existing != nullptr && !existing->url().empty())
     return nullptr;
+  // What was made ahead and shows nothing yet makes room.
+  [self close];
   engine_ = [[WebViewEngine alloc] initWithView:self opener:opener];
   return [engine_ page];
 }

@@ -15,7 +15,9 @@
 - (vireonix::platform::WebPage *)page;
 /// The page if there is one already.
 - (vireonix::platform::WebPage *)existingPage;
-/// Makes this view's page as a window that the page of `opener` opened; null when the view has a
+/// Makes the page and starts its process, unless there is a page already.
+- (void)warmUp;
+/// Makes this view's page as a window that the page of `opener` opened; null when the view shows a
 /// page already.
 - (vireonix::platform::WebPage *)openPageFrom:(WebViewEngine *)opener;
 @end

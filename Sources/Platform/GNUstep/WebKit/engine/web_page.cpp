@@ -46,6 +46,18 @@ WebKitWebView* makeView(WebKitWebContext* context, WebKitWebView* opener) {
   return WEBKIT_WEB_VIEW(view);
 }
 
+// Also called when the process could not be started.
+void processStarted(GObject* view, GAsyncResult* result, gpointer data) {
+  const std::unique_ptr<std::shared_ptr<ProcessStart>> start(
+      static_cast<std::shared_ptr<ProcessStart>*>(data));
+  if (JSCValue* value =
+          webkit_web_view_evaluate_javascript_finish(WEBKIT_WEB_VIEW(view), result, nullptr))
+    g_object_unref(value);
+  (*start)->done = true;
+  if ((*start)->afterwards)
+    (*start)->afterwards();
+}
+
 } // namespace
 
 std::string text(const char* utf8) {
@@ -88,11 +100,26 @@ WebPage::~WebPage() {
   }
   gtk_widget_hide(state.window);
   // The page may be ending inside one of its own signals.
-  GlibLoop::shared().whenAtRest([window = state.window] {
-    gtk_widget_destroy(window);
-    WebToolkit::shared().releaseContext();
-    GlibLoop::shared().close();
-  });
+  const auto end = [window = state.window] {
+    GlibLoop::shared().whenAtRest([window] {
+      gtk_widget_destroy(window);
+      WebToolkit::shared().releaseContext();
+      GlibLoop::shared().close();
+    });
+  };
+  // A page that ends while its process starts would leave WebKit's network process behind.
+  if (state.start != nullptr && !state.start->done)
+    state.start->afterwards = end;
+  else
+    end();
+}
+
+void WebPage::warmUp() {
+  state_->start = std::make_shared<ProcessStart>();
+  // WebKit starts the process for the first script as it does for the first load.
+  webkit_web_view_evaluate_javascript(state_->view, "0", -1, nullptr, nullptr, nullptr,
+                                      processStarted,
+                                      new std::shared_ptr<ProcessStart>(state_->start));
 }
 
 void WebPage::load(const std::string& url) {

@@ -116,6 +116,8 @@ public:
   WebPage(const WebPage&) = delete;
   WebPage& operator=(const WebPage&) = delete;
 
+  /// Starts the page's process, so that the first load need not wait for it.
+  void warmUp();
   void load(const std::string& url);
   void loadHtml(const std::string& html, const std::string& baseUrl);
   void stop();

@@ -3,12 +3,20 @@
 
 #include "WebKit/engine/web_page.h"
 
+#include <functional>
 #include <vector>
 #include <webkit2/webkit2.h>
 
 namespace vireonix::platform {
 
 class HeldDecision;
+
+/// The start of a page's process. It outlives the page.
+struct ProcessStart {
+  bool done = false;
+  /// What waits for the end of the start.
+  std::function<void()> afterwards;
+};
 
 struct WebPage::State {
   explicit State(WebPageClient& pageClient) : client(&pageClient) {}
@@ -19,6 +27,8 @@ struct WebPage::State {
   /// An offscreen window: GTK draws the page into its surface and shows nothing on the screen.
   GtkWidget* window = nullptr;
   WebKitWebView* view = nullptr;
+  /// Null when the process was not started ahead.
+  std::shared_ptr<ProcessStart> start;
   std::vector<std::weak_ptr<HeldDecision>> decisions;
   std::vector<WebKitWebResource*> resources;
   bool committed = false;
