@@ -12,8 +12,14 @@ void setIfGiven(TextObject& record, std::string_view key, std::optional<std::str
     record.set(key, *std::move(value));
 }
 
+std::optional<Caption> captionIn(const xml::Node& element) {
+  if (element.children.size() == 1 && element.children.front().kind == xml::NodeKind::CData)
+    return parseCaption(element.children.front().content);
+  return parseCaption(element.stringValue());
+}
+
 void addCaption(const xml::Node& captionElement, TextObject& record) {
-  std::optional<Caption> caption = parseCaption(captionElement.stringValue());
+  std::optional<Caption> caption = captionIn(captionElement);
   if (!caption)
     return;
   setIfGiven(record, kText, std::move(caption->text));
@@ -22,8 +28,6 @@ void addCaption(const xml::Node& captionElement, TextObject& record) {
 }
 
 void addTextElement(const xml::Node& element, TextObject& record) {
-  constexpr std::size_t kCaptionKeys = 3;
-  record.reserve(record.size() + element.attributes.size() + kCaptionKeys);
   for (const xml::Attribute& attribute : element.attributes)
     record.set(attribute.name, attribute.value);
   for (const xml::Node& child : element.children) {
@@ -32,8 +36,11 @@ void addTextElement(const xml::Node& element, TextObject& record) {
   }
 }
 
-TextObject startingWith(const std::string* backgroundImage) {
+// Empty but for the image; with room for what such an element gives.
+TextObject startingWith(const std::string* backgroundImage, const xml::Node& element) {
+  constexpr std::size_t kCaptionKeys = 3;
   TextObject record;
+  record.reserve(1 + element.attributes.size() + kCaptionKeys);
   if (backgroundImage != nullptr)
     record.set(kBackgroundImage, *backgroundImage);
   return record;
@@ -46,7 +53,7 @@ Slide readSlide(const xml::Node& element) {
     slide.backgroundImage = *image;
   slide.textObjects.reserve(element.children.size());
   for (const xml::Node& child : element.children) {
-    TextObject record = startingWith(image);
+    TextObject record = startingWith(image, child);
     if (child.isElement(kTextElement))
       addTextElement(child, record);
     slide.textObjects.push_back(std::move(record));
@@ -113,8 +120,9 @@ std::vector<std::string> styleNames(const xml::Node& styles) {
 TextObject textObjectDefaults(const xml::Node* templateSlide) {
   if (templateSlide == nullptr)
     return {};
-  TextObject record = startingWith(templateSlide->attribute(kBackgroundImage));
   const xml::Node* first = templateSlide->firstElement();
+  TextObject record = startingWith(templateSlide->attribute(kBackgroundImage),
+                                   first != nullptr ? *first : *templateSlide);
   if (first != nullptr && first->isElement(kTextElement))
     addTextElement(*first, record);
   return record;

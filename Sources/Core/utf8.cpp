@@ -1,6 +1,7 @@
 #include "utf8.h"
 
-#include <algorithm>
+#include <cstdint>
+#include <cstring>
 
 namespace vireonix::core {
 namespace {
@@ -13,11 +14,18 @@ bool isTrailing(unsigned byte, unsigned low = 0x80, unsigned high = 0xBF) {
   return byte >= low && byte <= high;
 }
 
-// The length of the longest start that is ASCII.
+// The length of the longest start that is ASCII, found a word at a time.
 std::size_t asciiLength(std::string_view text) {
-  const auto* end =
-      std::ranges::find_if(text, [](char c) { return static_cast<unsigned char>(c) >= 0x80; });
-  return static_cast<std::size_t>(end - text.begin());
+  constexpr std::uint64_t kHighBits = 0x8080808080808080;
+  std::size_t length = 0;
+  for (std::uint64_t word = 0; length + sizeof word <= text.size(); length += sizeof word) {
+    std::memcpy(&word, text.data() + length, sizeof word);
+    if ((word & kHighBits) != 0)
+      break;
+  }
+  while (length < text.size() && byteAt(text, length) < 0x80)
+    ++length;
+  return length;
 }
 
 // The length of the longest start that is well-formed.

@@ -1,8 +1,10 @@
-// Reading: libxml2's call-back interface, which tells what it meets in document order, builds our
-// tree. Its own tree is not used, because it would need as much memory again, and because the older
-// set of call-backs gives attributes and namespace declarations together and in their order.
+// Reading what is not plain: libxml2's call-back interface, which tells what it meets in document
+// order, builds our tree. Its own tree is not used, because it would need as much memory again, and
+// because the older set of call-backs gives attributes and namespace declarations together and in
+// their order.
 #include "utf8.h"
 #include "xml.h"
+#include "xml_plain_parser.h"
 
 #include <climits>
 #include <exception>
@@ -222,6 +224,8 @@ std::optional<Node> parse(std::string_view document, Mode mode) {
   if (!kReady || document.empty() || document.size() > INT_MAX)
     return std::nullopt;
   try {
+    if (auto root = parsePlain(document))
+      return root;
     return build(document, mode);
   } catch (const std::exception&) {
     return std::nullopt;
