@@ -56,6 +56,11 @@ static NSString *const kIdentifier = @"vireonix";
   [super dealloc];
 }
 
+- (void)resizeSubviewsWithOldSize:(NSSize)oldSize {
+  [super resizeSubviewsWithOldSize:oldSize];
+  fillWithOnlyColumn(tableView);
+}
+
 - (BOOL)isDrawnAsAWhole {
   return YES;
 }

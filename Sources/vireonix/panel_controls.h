@@ -22,6 +22,10 @@ void selectRow(NSTableView *table, NSInteger row);
 /// source and delegate. Without a protocol the table is left with no columns.
 void buildColumns(NSTableView *table, TableViewProtocol *protocol);
 
+/// Makes the column of a table that has one as wide as what is seen of the table; not every
+/// platform does so by itself when the table grows or shrinks.
+void fillWithOnlyColumn(NSTableView *table);
+
 /// Selects an item and shows its text; item 0 for an index out of range.
 void selectComboItem(NSComboBox *combo, NSInteger index);
 

@@ -4,6 +4,7 @@
 #import "Class/TableViewProtocol.h"
 
 #include <algorithm>
+#include <cmath>
 
 namespace vireonix {
 
@@ -78,6 +79,15 @@ void buildColumns(NSTableView *table, TableViewProtocol *protocol) {
     [table setDataSource:protocol];
   }
   deselectRows(table);
+}
+
+void fillWithOnlyColumn(NSTableView *table) {
+  if (!isReady(table) || [table numberOfColumns] != 1)
+    return;
+  NSTableColumn *column = [[table tableColumns] objectAtIndex:0];
+  const CGFloat missing = NSWidth([[table superview] bounds]) - NSMaxX([table rectOfColumn:0]);
+  if (std::abs(missing) >= 1)
+    [column setWidth:std::max(kLeastColumnWidth, [column width] + missing)];
 }
 
 void selectComboItem(NSComboBox *combo, NSInteger index) {

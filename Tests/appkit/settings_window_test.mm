@@ -105,6 +105,12 @@ TEST(SettingsWindow, TheTableColumnsFillTheirTables) {
   const CGFloat visible = NSWidth([[slides superview] bounds]);
   EXPECT_NEAR([[[slides tableColumns] objectAtIndex:0] width], visible, 4);
   EXPECT_NEAR(NSWidth([[slides headerView] frame]), visible, 4);
+  NSRect larger = [session.window() frame];
+  larger.size.width += 200;
+  [session.window() setFrame:larger display:NO];
+  const CGFloat now = NSWidth([[slides superview] bounds]);
+  EXPECT_GT(now, visible + 50);
+  EXPECT_NEAR([[[slides tableColumns] objectAtIndex:0] width], now, 4);
 }
 
 TEST(SettingsWindow, EveryChoiceOfAnAlignmentIsInSight) {

@@ -54,7 +54,7 @@ new_workspace() {
 start_host() {
   "$e2e_build/vireonix-host" -workspace "$workspace" "$@" >"$e2e_work/output" 2>"$e2e_work/errors" &
   e2e_host=$!
-  within 30 window_appears 'Plugin Settings - vireonix' || fail "the settings window did not open"
+  within 30 window_appears ' vireonix$' || fail "the settings window did not open"
   e2e_window=$found_window
   xdotool windowactivate --sync "$e2e_window" 2>/dev/null
 }

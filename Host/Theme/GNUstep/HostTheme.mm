@@ -25,6 +25,32 @@ bool hasKeyboardFocus(NSCell *cell, NSView *view) {
 
 } // namespace vireonix::host
 
+namespace {
+
+// The view that shows the focus of a responder: for a field editor, its field.
+NSView *focusedView(NSResponder *first) {
+  id view = first;
+  if ([first isKindOfClass:[NSText class]] && [static_cast<NSText *>(first) isFieldEditor])
+    view = [static_cast<NSText *>(first) delegate];
+  return [view isKindOfClass:[NSView class]] ? view : nil;
+}
+
+// The toolkit redraws less than the ring covers.
+Replacement<BOOL, NSResponder *> makeFirstResponder;
+BOOL makeFirstResponderAndShowIt(id receiver, SEL, NSResponder *responder) {
+  NSWindow *window = receiver;
+  NSView *before = [focusedView([window firstResponder]) retain];
+  const BOOL changed = makeFirstResponder(window, responder);
+  NSView *after = focusedView([window firstResponder]);
+  if (before != after)
+    [before setNeedsDisplay:YES];
+  [after setNeedsDisplay:YES];
+  [before release];
+  return changed;
+}
+
+} // namespace
+
 @interface HostTheme ()
 - (void)observe;
 @end
@@ -41,11 +67,8 @@ bool hasKeyboardFocus(NSCell *cell, NSView *view) {
 
 // The control that the keyboard acts on shows that only in the key window.
 - (void)keyWindowChanged:(NSNotification *)notification {
-  NSResponder *first = [static_cast<NSWindow *>([notification object]) firstResponder];
-  if ([first isKindOfClass:[NSText class]] && [static_cast<NSText *>(first) isFieldEditor])
-    first = static_cast<NSResponder *>([static_cast<NSText *>(first) delegate]);
-  if ([first isKindOfClass:[NSView class]])
-    [static_cast<NSView *>(first) setNeedsDisplay:YES];
+  NSWindow *window = [notification object];
+  [focusedView([window firstResponder]) setNeedsDisplay:YES];
 }
 
 - (void)observe {
@@ -77,6 +100,8 @@ void InstallHostTheme(HostThemeVariant variant) {
   if (theme == nil) {
     registerThemeDefaults();
     chooseFallbackFonts();
+    makeFirstResponder.install([NSWindow class], @selector(makeFirstResponder:),
+                               &makeFirstResponderAndShowIt);
     replaceButtonMethods();
     replaceFieldMethods();
     replaceScrollerMethods();
