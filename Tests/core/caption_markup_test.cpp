@@ -2,6 +2,8 @@
 
 #include "Core/xml.h"
 
+#include "support/sanitizer.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
@@ -11,6 +13,7 @@ namespace xml = vireonix::core::xml;
 using vireonix::core::slider::Caption;
 using vireonix::core::slider::captionMarkup;
 using vireonix::core::slider::parseCaption;
+using vireonix::test::rounds;
 
 namespace {
 
@@ -105,13 +108,13 @@ TEST(CaptionMarkup, TheWrittenFormIsReadAsTheGeneralParserReadsIt) {
     return out;
   };
   int read = 0;
-  for (int round = 0; round < 20'000; ++round) {
+  for (int round = 0; round < rounds(20'000); ++round) {
     const std::string markup = markupOf(any(6), any(2), any(2));
     const auto caption = parseCaption(markup);
     ASSERT_EQ(caption, parsedGenerally(markup)) << markup;
     read += caption ? 1 : 0;
   }
-  EXPECT_GT(read, 1000);
+  EXPECT_GT(read, rounds(1000));
 }
 
 TEST(CaptionMarkup, ALongCaptionIsRead) {

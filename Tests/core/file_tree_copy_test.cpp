@@ -1,5 +1,6 @@
 #include "Core/file_tree.h"
 
+#include "support/sanitizer.h"
 #include "support/temporary_folder.h"
 #include "tree_snapshot.h"
 
@@ -29,9 +30,9 @@ void expectCopied(const std::string& source, const std::string& copy) {
 
 TEST(CopyTree, RandomTreesAreCopiedExactlyAlsoToAnotherFileSystem) {
   const TemporaryFolder folder;
-  for (unsigned seed = 0; seed < 15; ++seed) {
+  for (int seed = 0; seed < rounds(16); ++seed) {
     SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
+    std::mt19937 random(static_cast<unsigned>(seed));
     const std::string source = folder.at("source" + std::to_string(seed));
     fs::create_directory(source);
     growTree(source, random, 60);
@@ -191,9 +192,9 @@ TEST(CopyTree, AMissingSourceIsAnsweredAndMakesNothing) {
 
 TEST(EqualiseTree, RandomEditsAreUndone) {
   const TemporaryFolder folder;
-  for (unsigned seed = 0; seed < 15; ++seed) {
+  for (int seed = 0; seed < rounds(16); ++seed) {
     SCOPED_TRACE(seed);
-    std::mt19937 random(seed);
+    std::mt19937 random(static_cast<unsigned>(seed));
     const std::string source = folder.at("source" + std::to_string(seed));
     const std::string copy = folder.at("copy" + std::to_string(seed));
     fs::create_directory(source);

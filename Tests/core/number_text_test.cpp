@@ -1,5 +1,7 @@
 #include "Core/number_text.h"
 
+#include "support/sanitizer.h"
+
 #include <gtest/gtest.h>
 
 #include <array>
@@ -8,6 +10,7 @@
 #include <limits>
 #include <random>
 
+using vireonix::test::rounds;
 using namespace vireonix::core;
 
 namespace {
@@ -82,7 +85,7 @@ TEST(NumberTextFilter, NoHalfOfASurrogatePairStays) {
 TEST(NumberTextFilter, AtMostOneCharacterGoesAndOnlyTheLast) {
   std::mt19937 random(1);
   constexpr std::u16string_view kCharacters = u"0123456789..,-+ax ";
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < rounds(20000); ++round) {
     std::u16string text;
     for (size_t length = random() % 8; length > 0; --length)
       text += kCharacters[random() % kCharacters.size()];
@@ -198,7 +201,7 @@ TEST(NumberTextWriting, OneDecimalPlaceIsWrittenAsPrintfDoes) {
   std::mt19937 random(2);
   std::uniform_real_distribution<float> values(-200, 200);
   std::array<char, 64> expected{};
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < rounds(20000); ++round) {
     const double value = values(random);
     std::snprintf(expected.data(), expected.size(), "%.1f", value);
     EXPECT_EQ(oneDecimalText(value), expected.data());

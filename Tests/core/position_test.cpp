@@ -1,5 +1,6 @@
 #include "Core/position.h"
 
+#include "support/sanitizer.h"
 #include "support/temporary_folder.h"
 
 #include <gtest/gtest.h>
@@ -15,6 +16,7 @@
 #include <random>
 #include <string>
 
+using vireonix::test::rounds;
 using namespace vireonix::core;
 using vireonix::test::TemporaryFolder;
 
@@ -162,7 +164,7 @@ TEST(PositionDrag, AMoveKeepsTheSizeAndEveryMarginWithinThePage) {
   std::mt19937 random(3);
   std::uniform_real_distribution<float> half(0, 50);
   std::uniform_real_distribution<float> step(-60, 60);
-  for (int round = 0; round < 2000; ++round) {
+  for (int round = 0; round < rounds(2000); ++round) {
     Position position = margins(half(random), half(random), half(random), half(random));
     const float across = position.left + position.right;
     const float upright = position.top + position.bottom;
@@ -190,7 +192,7 @@ TEST(PositionDrag, ResizingKeepsEveryMarginWithinThePageAndTheBoxLargeEnough) {
                                              kLeftEdge | kBottomEdge,
                                              kRightEdge | kTopEdge,
                                              kRightEdge | kBottomEdge};
-  for (int round = 0; round < 2000; ++round) {
+  for (int round = 0; round < rounds(2000); ++round) {
     Position position = margins(start(random), start(random), start(random), start(random));
     for (int i = 0; i < 20; ++i) {
       drag(position, kGrabs.at(random() % kGrabs.size()), step(random), step(random));
@@ -257,7 +259,7 @@ TEST(PositionText, SixLinesAreReadWhateverTheirLineEnds) {
 TEST(PositionText, WritingAndReadingIsStable) {
   std::mt19937 random(5);
   std::uniform_real_distribution<float> value(-1000, 1000);
-  for (int round = 0; round < 5000; ++round) {
+  for (int round = 0; round < rounds(5000); ++round) {
     const Position any{value(random), value(random), value(random),
                        value(random), value(random), static_cast<int32_t>(random())};
     const std::string text = positionText(any);
@@ -271,7 +273,7 @@ TEST(PositionText, WritingAndReadingIsStable) {
 
 TEST(PositionText, NoBytesAreTooStrangeToRead) {
   std::mt19937 random(6);
-  for (int round = 0; round < 20000; ++round) {
+  for (int round = 0; round < rounds(20000); ++round) {
     std::string bytes;
     for (size_t length = random() % 64; length > 0; --length)
       bytes += "0123456789.-+e\n\n\n\r \xC3\xA4\xFF"[random() % 21];

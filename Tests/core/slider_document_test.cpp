@@ -1,10 +1,13 @@
 #include "Core/slider_document.h"
 
+#include "support/sanitizer.h"
+
 #include <gtest/gtest.h>
 
 #include <random>
 #include <string>
 
+using vireonix::test::rounds;
 namespace slider = vireonix::core::slider;
 namespace xml = vireonix::core::xml;
 using slider::Slide;
@@ -308,7 +311,7 @@ std::vector<Slide> anySlides(std::mt19937& random) {
 
 TEST(SliderSave, WhatWasWrittenIsReadBackAndSavedAgainByteForByte) {
   std::mt19937 random(3);
-  for (int round = 0; round < 1000; ++round) {
+  for (int round = 0; round < rounds(1000); ++round) {
     const std::vector<Slide> slides = anySlides(random);
     const std::string once = written(slides, kTemplate);
     const xml::Node root = parsed(once);
@@ -319,7 +322,7 @@ TEST(SliderSave, WhatWasWrittenIsReadBackAndSavedAgainByteForByte) {
 
 TEST(SliderSave, NoCaptionMakesTheDocumentUnreadable) {
   std::mt19937 random(5);
-  for (int round = 0; round < 2000; ++round) {
+  for (int round = 0; round < rounds(2000); ++round) {
     std::string text;
     for (auto i = random() % 30; i > 0; --i)
       text += random() % 4 == 0 ? "]]>"[random() % 3] : static_cast<char>(random());

@@ -1,5 +1,6 @@
 #include "Core/workspace_backup.h"
 
+#include "support/sanitizer.h"
 #include "support/temporary_folder.h"
 #include "tree_snapshot.h"
 
@@ -23,7 +24,7 @@ namespace fs = std::filesystem;
 using namespace test;
 using Clock = std::chrono::steady_clock;
 
-constexpr int kKills = 240;
+constexpr int kKills = rounds(240);
 constexpr int kFiles = 40;
 
 void fill(const TemporaryFolder& folder, char content, const std::string& extra) {
