@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <chrono>
+#include <cmath>
 #include <cstdio>
 #include <sys/resource.h>
 
@@ -17,7 +18,8 @@ struct Summary {
 Summary summaryOf(std::vector<double> samples) {
   std::sort(samples.begin(), samples.end());
   const auto at = [&samples](double share) {
-    return samples.at(static_cast<size_t>(share * static_cast<double>(samples.size() - 1) + 0.5));
+    return samples.at(
+        static_cast<size_t>(std::lround(share * static_cast<double>(samples.size() - 1))));
   };
   return {at(0.25), at(0.5), at(0.75)};
 }
@@ -30,7 +32,7 @@ long peakMemory() {
 
 std::string json(const std::string& name, const Summary& summary) {
   char text[160];
-  std::snprintf(text, sizeof text, "\"%s\":{\"q1\":%.9f,\"median\":%.9f,\"q3\":%.9f}", name.c_str(),
+  std::snprintf(text, sizeof text, R"("%s":{"q1":%.9f,"median":%.9f,"q3":%.9f})", name.c_str(),
                 summary.lowerQuartile, summary.median, summary.upperQuartile);
   return text;
 }

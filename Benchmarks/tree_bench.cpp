@@ -41,6 +41,7 @@ void run(const std::vector<const char*>& words) {
   const pid_t process = fork();
   if (process == 0) {
     std::vector<char*> arguments;
+    arguments.reserve(words.size() + 1);
     for (const char* word : words)
       arguments.push_back(const_cast<char*>(word));
     arguments.push_back(nullptr);

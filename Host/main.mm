@@ -83,6 +83,8 @@ int run(Options options, const char *program) {
 
 } // namespace
 
+// Only a lack of memory throws here, and ends the program.
+// NOLINTNEXTLINE(bugprone-exception-escape)
 int main(int argc, char **argv) {
   @autoreleasepool {
     const auto parsed = parseOptions({argv + 1, argv + argc});

@@ -42,7 +42,7 @@ bool isDefault(NSButtonCell *cell) {
 
 // Whether the theme fills the shape of this button; some cells draw themselves.
 bool drawsAccent(NSButtonCell *cell) {
-  const SEL drawing = @selector(drawWithFrame:inView:);
+  SEL drawing = @selector(drawWithFrame:inView:);
   return isDefault(cell) && [cell isBordered] && ![cell isTransparent] &&
          [cell methodForSelector:drawing] == [NSButtonCell instanceMethodForSelector:drawing];
 }

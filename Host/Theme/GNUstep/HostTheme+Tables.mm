@@ -96,8 +96,11 @@ void vireonix::host::replaceTableMethods() {
   [colour(Ink::alternateRow) set];
   // The stripes go on below the last row.
   const CGFloat pair = 2 * height;
-  for (CGFloat y = std::floor(NSMinY(clip) / pair) * pair + height; y < NSMaxY(clip); y += pair)
+  CGFloat y = std::floor(NSMinY(clip) / pair) * pair + height;
+  while (y < NSMaxY(clip)) {
     NSRectFill(NSIntersectionRect(NSMakeRect(NSMinX(clip), y, NSWidth(clip), height), clip));
+    y += pair;
+  }
 }
 
 - (void)highlightTableViewSelectionInClipRect:(NSRect)clip

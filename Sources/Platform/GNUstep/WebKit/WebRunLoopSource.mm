@@ -35,6 +35,7 @@ static const NSTimeInterval kLingerSeconds = 5;
     return;
   watching_ = YES;
   GlibLoop::shared().open();
+  // The run loop takes descriptors as pointers. NOLINTNEXTLINE(performance-no-int-to-ptr)
   descriptor_ = reinterpret_cast<void *>(intptr_t{GlibLoop::shared().descriptor()});
   for (NSString *mode in [self modes])
     [[NSRunLoop mainRunLoop] addEvent:descriptor_ type:ET_RDESC watcher:self forMode:mode];
