@@ -96,7 +96,7 @@ bool GlibLoop::prepare() {
 
 void GlibLoop::watch(const std::map<int, unsigned>& wanted) {
   for (const auto& [descriptor, events] : watched_)
-    if (wanted.count(descriptor) == 0)
+    if (!wanted.contains(descriptor))
       epoll_ctl(epoll_, EPOLL_CTL_DEL, descriptor, nullptr);
   for (const auto& [descriptor, events] : wanted) {
     epoll_event event{};
