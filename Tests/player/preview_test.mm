@@ -1,8 +1,10 @@
 // The player in the plug-in's own preview: the built page, opened from a folder in the web view.
 #import "appkit/webview_support.h"
+#import "support/run_loop.h"
 
 #include <array>
 #include <filesystem>
+#include <set>
 
 using namespace vireonix::test;
 
@@ -96,6 +98,20 @@ TEST_F(PlayerPreview, SeesAPictureThatWasReplacedUnderItsName) {
   folder.write("a.jpg", picture({0xab, 0x34, 0x12}));
   reload();
   EXPECT_TRUE(waitForColour(300, 200, "ab3412"));
+}
+
+TEST_F(PlayerPreview, KeepsThePictureInViewWhileThePageLoadsAgain) {
+  showSlides(slide("a.jpg", "one"));
+  ASSERT_TRUE(waitForColour(300, 200, "12ab34"));
+  std::set<std::string> seen;
+  const int before = [recorder count:"finish"];
+  load([NSURL fileURLWithPath:ns(folder.at("index.html"))]);
+  ASSERT_TRUE(pumpEventsUntil([&] {
+    seen.insert(colour(300, 200));
+    return [recorder count:"finish"] > before;
+  }));
+  pumpEventsUntil([&] { return seen.insert(colour(300, 200)).second; }, 0.5);
+  EXPECT_EQ(seen, std::set<std::string>{"12ab34"});
 }
 
 TEST_F(PlayerPreview, SaysWhatIsMissing) {
