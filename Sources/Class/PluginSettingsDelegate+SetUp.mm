@@ -96,12 +96,15 @@ static const NSTimeInterval kPreviewInterval = 0.33;
 }
 
 - (void)startPreviewTimer {
-  repeatTimer = [NSTimer timerWithTimeInterval:kPreviewInterval target:self
-                                      selector:@selector(onRepeatTimer:)
-                                      userInfo:nil
-                                       repeats:YES];
+  // The first tick loads the preview: there is nothing to wait for.
+  repeatTimer = [[NSTimer alloc] initWithFireDate:[NSDate date] interval:kPreviewInterval
+                                           target:self
+                                         selector:@selector(onRepeatTimer:)
+                                         userInfo:nil
+                                          repeats:YES];
   [[NSRunLoop currentRunLoop] addTimer:repeatTimer forMode:isModalMode ? NSModalPanelRunLoopMode
                                                                        : NSDefaultRunLoopMode];
+  [repeatTimer release];
 }
 
 - (void)stopPreviewTimer {

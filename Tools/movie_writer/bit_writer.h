@@ -1,4 +1,4 @@
-// Bytes and bit fields in the order that Flash movies store them (SWF File Format Specification,
+// Bytes and bit fields in the order that Flash movies store them (Adobe, "SWF File Format",
 // version 19, "Basic Data Types"): integers little-endian, bit fields from the highest bit down.
 #pragma once
 

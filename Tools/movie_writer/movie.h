@@ -1,5 +1,5 @@
 // A Flash movie without scripts: shapes that are placed, moved and faded frame by frame
-// (SWF File Format Specification, version 19; the movie declares version 8).
+// (Adobe, "SWF File Format", version 19; the movie declares version 8).
 #pragma once
 
 #include "shape.h"
