@@ -27,7 +27,7 @@ NSBitmapImageRep *makePicture(const PagePixels &size) {
                                                    hasAlpha:YES
                                                    isPlanar:NO
                                              colorSpaceName:NSDeviceRGBColorSpace
-                                                bytesPerRow:size.width * 4
+                                                bytesPerRow:static_cast<NSInteger>(size.width) * 4
                                                bitsPerPixel:32];
 }
 
@@ -121,7 +121,9 @@ NSBitmapImageRep *makePicture(const PagePixels &size) {
     pictureIsCurrent_ = NO;
   }
   if (!pictureIsCurrent_) {
-    [picture_ setSize:NSMakeSize(size->width / size->scale, size->height / size->scale)];
+    // In points: the page is drawn for whole pixels, so the scale divides them.
+    const double scale = size->scale;
+    [picture_ setSize:NSMakeSize(size->width / scale, size->height / scale)];
     pictureIsCurrent_ = page_->copyPixels(*size, [picture_ bitmapData]);
   }
   return pictureIsCurrent_ ? picture_ : nil;
