@@ -6,7 +6,6 @@
 #import "support/pixels.h"
 #import "support/run_loop.h"
 #import "vireonix/ColorButtonCell.h"
-#import "vireonix/ColorPanelDelegate.h"
 
 #include <gtest/gtest.h>
 
@@ -397,28 +396,4 @@ TEST(ColorButtonCell, WithoutABackgroundColourFillsWithTheCurrentColour) {
     [cell drawWithFrame:kButtonFrame inView:view];
   });
   EXPECT_EQ(picture.count([](Pixel pixel) { return pixel == Pixel{0, 0, 255}; }), 100 * 30);
-}
-
-TEST(ColorPanelDelegate, EndsTheModalSessionWhenThePanelCloses) {
-  NSPanel *panel = [[[NSPanel alloc] initWithContentRect:NSMakeRect(0, 0, 50, 50)
-                                               styleMask:NSTitledWindowMask
-                                                 backing:NSBackingStoreBuffered
-                                                   defer:NO] autorelease];
-  [panel setReleasedWhenClosed:NO];
-  ColorPanelDelegate *delegate = [[[ColorPanelDelegate alloc] init] autorelease];
-  [panel setDelegate:delegate];
-  EXPECT_FALSE([delegate isClosed]);
-  NSModalSession session = [NSApp beginModalSessionForWindow:panel];
-  EXPECT_EQ([NSApp runModalSession:session], NSRunContinuesResponse);
-  [panel close];
-  EXPECT_TRUE([delegate isClosed]);
-  EXPECT_EQ([NSApp runModalSession:session], NSRunStoppedResponse);
-  [NSApp endModalSession:session];
-  [panel setDelegate:nil];
-}
-
-TEST(ColorPanelDelegate, APanelThatClosesOutsideAModalSessionIsClosedToo) {
-  ColorPanelDelegate *delegate = [[[ColorPanelDelegate alloc] init] autorelease];
-  [delegate windowWillClose:nil];
-  EXPECT_TRUE([delegate isClosed]);
 }
