@@ -199,6 +199,15 @@ TEST(SettingsWindow, ClosingTwiceAsksOnceAndActsOnce) {
   EXPECT_EQ(fileBytes(session.inWorkspace("b.png")), "nor thisafter the end");
 }
 
+TEST(SettingsWindow, ASaveThatComesAfterTheRevertChangesNothing) {
+  const SettingsSession session;
+  ASSERT_NE(session.window(), nil);
+  const std::string before = session.fingerprint();
+  click(session, @"btnCancel");
+  [session.controller() saveGlobalSettings];
+  EXPECT_EQ(session.fingerprint(), before);
+}
+
 TEST(SettingsWindow, WithoutItsBackupARevertLeavesTheWorkspaceAsItIs) {
   const SettingsSession session;
   ASSERT_NE(session.window(), nil);
