@@ -9,7 +9,7 @@ import { gzipSync } from "node:zlib";
 const home = dirname(fileURLToPath(import.meta.url));
 const output = resolve(process.argv[2] ?? join(home, "html"));
 const ruffle = join(home, "node_modules", "@ruffle-rs", "ruffle");
-const shipped = ["swiper", "animejs", "@ruffle-rs/ruffle"];
+const shipped = ["animejs", "@ruffle-rs/ruffle"];
 const target = ["es2022", "safari16"];
 
 /**

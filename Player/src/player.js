@@ -37,10 +37,10 @@ export class Player {
       host,
       this.views.map((view) => view.element),
       start.index,
-      still,
     );
     this.current = this.views[start.index];
-    this.stage.onChange((index) => this.onChange(index));
+    this.stage.onChange = (index) => this.onChange(index);
+    this.stage.onCovered = (index) => this.views[index].leave();
     this.connectControls();
     /** Settles when the first slide can be seen. */
     this.ready = this.show(start.index, start.time);
@@ -94,10 +94,8 @@ export class Player {
   async show(index, time) {
     const visit = ++this.visit;
     this.clock.stop();
-    this.current.leave();
     this.current = this.views[index];
     document.documentElement.dataset.slide = String(index);
-    this.stage.markCurrent();
     this.stage.notice.clear();
     this.current.enter();
     this.clock.seek(time);

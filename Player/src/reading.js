@@ -43,6 +43,29 @@ export function earlierAddress(address) {
   return address + kEarlierStamp;
 }
 
+/**
+ * Files that the user has handed over, by their paths below the page's folder.
+ * @type {Map<string, File> | null}
+ */
+let handedOver = null;
+
+/**
+ * From now on, reads the files beside the page from a folder that the user has chosen.
+ * @param {Iterable<File>} files all of the folder, with their paths
+ */
+export function takeFolder(files) {
+  handedOver = new Map(
+    [...files].map((file) => [file.webkitRelativePath.split("/").slice(1).join("/"), file]),
+  );
+}
+
+/** @param {Map<string, File>} files @param {string} address @returns {Promise<ArrayBuffer>} */
+async function readHandedOver(files, address) {
+  const file = files.get(decodeURIComponent(address.replace(/\?.*$/, "")));
+  if (!file) throw new Error(`${address}: not in the folder`);
+  return file.arrayBuffer();
+}
+
 /** @param {XMLHttpRequest} request @param {number} length of what came */
 function arrived({ status }, length) {
   return status === 200 || (status === 0 && length > 0);
@@ -56,6 +79,7 @@ function arrived({ status }, length) {
  *   out
  */
 export function readBytes(address) {
+  if (handedOver) return readHandedOver(handedOver, address);
   return new Promise((resolve, reject) => {
     const request = new XMLHttpRequest();
     request.responseType = "arraybuffer";
@@ -94,7 +118,7 @@ function readTextNow(address) {
  *   handed out
  */
 export function readDocument(address) {
-  if (kFromFolder) return readTextNow(freshAddress(address));
+  if (kFromFolder && !handedOver) return readTextNow(freshAddress(address));
   return readBytes(address).then(
     (bytes) => new TextDecoder().decode(bytes),
     () => null,

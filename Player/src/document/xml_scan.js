@@ -16,15 +16,14 @@
 
 const kMaximumDepth = 64;
 const kName = "[^\\s<>/=\"'!?&]+";
-const kToken = new RegExp(
+// Groups: the name of a closing tag; an opening one's name and what follows it.
+const kTag = new RegExp(
   [
     "<!--[\\s\\S]*?(?:-->|$)",
-    "<!\\[CDATA\\[(?<cdata>[\\s\\S]*?)(?:\\]\\]>|$)",
     "<\\?[\\s\\S]*?(?:\\?>|$)",
-    "<!DOCTYPE[^\\[>]*(?:\\[[\\s\\S]*?\\]\\s*)?>",
-    `</\\s*(?<close>${kName})[^<>]*>`,
-    `<(?<open>${kName})(?<attributes>(?:[^<>"']|"[^"]*"|'[^']*')*?)(?<empty>/?)>`,
-    "(?<text>[^<]+|<)",
+    "<!DOCTYPE[^\\[>]*(?:\\[[\\s\\S]*?(?:\\]\\s*>|$)|>|$)",
+    `</\\s*(${kName})[^<>]*>`,
+    `<(${kName})((?:[^<>"']*(?:"[^"]*"|'[^']*'))*[^<>"']*)>`,
   ].join("|"),
   "y",
 );
@@ -43,6 +42,7 @@ const kEntities = new Map([
  * @param {string} text
  */
 export function decodeEntities(text) {
+  if (!text.includes("&")) return text;
   return text.replace(
     /&(#x[0-9a-f]{1,6}|#[0-9]{1,7}|amp|lt|gt|quot|apos);/gi,
     (whole, /** @type {string} */ body) => {
@@ -62,8 +62,9 @@ export function decodeEntities(text) {
 function readAttributes(source) {
   /** @type {Map<string, string>} */
   const attributes = new Map();
-  for (const [, name, double, single, bare] of source.matchAll(kAttribute))
-    attributes.set(name, decodeEntities(double ?? single ?? bare));
+  kAttribute.lastIndex = 0;
+  for (let match = kAttribute.exec(source); match; match = kAttribute.exec(source))
+    attributes.set(match[1], decodeEntities(match[2] ?? match[3] ?? match[4]));
   return attributes;
 }
 
@@ -115,24 +116,60 @@ class OpenElements {
   }
 }
 
+const kSectionStart = "<![CDATA[";
+const kSectionEnd = "]]>";
+
+/**
+ * Takes a section, a tag or a lonely "<" into the open elements.
+ * @param {OpenElements} open
+ * @param {string} source
+ * @param {number} at where its "<" is
+ * @returns {number} where it ends
+ */
+function takeMarkup(open, source, at) {
+  if (source.startsWith(kSectionStart, at)) {
+    const end = endOf(source, kSectionEnd, at);
+    open.innermost.text += source.slice(at + kSectionStart.length, end);
+    return end + kSectionEnd.length;
+  }
+  kTag.lastIndex = at;
+  const match = kTag.exec(source);
+  if (!match) {
+    open.innermost.text += "<";
+    return at + 1;
+  }
+  const [, close, name, rest] = match;
+  const end = kTag.lastIndex;
+  if (close !== undefined) open.close(close, source, at);
+  else if (name !== undefined) {
+    const empty = rest.endsWith("/");
+    const attributes = readAttributes(empty ? rest.slice(0, -1) : rest);
+    open.open(makeElement(name, attributes), end, empty);
+  }
+  return end;
+}
+
+/**
+ * @param {string} source
+ * @param {string} what
+ * @param {number} from
+ * @returns {number} where it is next; the end of the source when it is nowhere
+ */
+function endOf(source, what, from) {
+  const index = source.indexOf(what, from);
+  return index < 0 ? source.length : index;
+}
+
 /**
  * @param {string} source
  * @returns {XmlElement | null} the root element; null when the text holds no element at all
  */
 export function scanXml(source) {
   const open = new OpenElements();
-  kToken.lastIndex = 0;
-  for (let match = kToken.exec(source); match; match = kToken.exec(source)) {
-    const groups = match.groups ?? {};
-    if (groups.cdata !== undefined) open.innermost.text += groups.cdata;
-    else if (groups.text !== undefined) open.innermost.text += decodeEntities(groups.text);
-    else if (groups.close !== undefined) open.close(groups.close, source, match.index);
-    else if (groups.open !== undefined)
-      open.open(
-        makeElement(groups.open, readAttributes(groups.attributes)),
-        kToken.lastIndex,
-        groups.empty === "/",
-      );
+  for (let at = 0; at < source.length;) {
+    const next = endOf(source, "<", at);
+    open.innermost.text += decodeEntities(source.slice(at, next));
+    at = next < source.length ? takeMarkup(open, source, next) : next;
   }
   open.closeTo(1, source, source.length);
   return open.document.children[0] ?? null;

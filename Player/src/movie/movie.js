@@ -3,12 +3,14 @@
 import frameScript from "bundled:./frame.js";
 import { mediaAddress } from "../document/media.js";
 import { freshAddress, readBytes } from "../reading.js";
-import { make, within } from "../stage/elements.js";
+import { after, make, within } from "../stage/elements.js";
 import { emulator, prepareEmulator } from "./emulator.js";
 import { movieSeconds, signature } from "./header.js";
 
 const kPatience = 4000;
 const kLongestStart = 20000;
+/** How far a movie runs unseen before it stands still: the first frames of many are empty. */
+const kStillAfter = 1000;
 const kSignatures = ["FWS", "CWS", "ZWS"];
 const kPolicy =
   "default-src 'none'; script-src 'unsafe-inline' 'wasm-unsafe-eval'; " +
@@ -50,9 +52,13 @@ async function playIn(frame, movie) {
 }
 
 export class Movie {
-  /** @param {string} path as the document names it */
-  constructor(path) {
+  /**
+   * @param {string} path as the document names it
+   * @param {boolean} still whether it is shown as a picture that does not move
+   */
+  constructor(path, still) {
     this.path = path;
+    this.still = still;
     this.element = make("div", { class: "movie" });
     /** Told when a movie that was found does not play. */
     this.onFailure = () => {};
@@ -63,7 +69,7 @@ export class Movie {
     /** @type {MessagePort | null} */
     this.port = null;
     this.paused = false;
-    /** How long it plays, once it is loaded; 0 when that is not known. */
+    /** How long it plays, once it is loaded; 0 when that is not known, or when it does not play. */
     this.seconds = 0;
   }
 
@@ -86,7 +92,7 @@ export class Movie {
     if (address === "") return null;
     const movie = await readBytes(freshAddress(address));
     if (!kSignatures.includes(signature(movie))) return null;
-    this.seconds = await movieSeconds(movie);
+    if (!this.still) this.seconds = await movieSeconds(movie);
     await prepareEmulator();
     return movie;
   }
@@ -103,6 +109,7 @@ export class Movie {
     const started = playIn(frame, movie).catch(() => null);
     this.element.append(frame);
     const port = await started;
+    if (port && this.still) await after(kStillAfter);
     if (this.frame !== frame) return;
     if (!port) return this.fail();
     this.port = port;
@@ -113,7 +120,7 @@ export class Movie {
   /** @param {boolean} paused */
   setPaused(paused) {
     this.paused = paused;
-    this.port?.postMessage(paused ? "pause" : "play");
+    this.port?.postMessage(paused || this.still ? "pause" : "play");
   }
 
   fail() {

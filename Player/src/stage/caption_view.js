@@ -6,9 +6,19 @@ import { make } from "./elements.js";
 
 /** @typedef {import("../document/caption.js").Run} Run */
 
+/** Darker colours than this stand out by a light glow rather than by a dark shadow. */
+const kDark = 0.4;
+
+/** @param {string} color "#" and six hexadecimal digits @returns {number} how light, 0 to 1 */
+function lightness(color) {
+  const [red, green, blue] = [1, 3, 5].map((at) => parseInt(color.slice(at, at + 2), 16) / 255);
+  return 0.3 * red + 0.59 * green + 0.11 * blue;
+}
+
 /** @param {Run} run */
 function runElement(run) {
   const element = make("span", { class: "run", text: run.text });
+  if (lightness(run.color) < kDark) element.dataset.ink = "dark";
   element.style.color = run.color;
   element.style.setProperty("--size", String(run.size));
   if (run.bold) element.style.fontWeight = "700";
@@ -39,6 +49,8 @@ export class CaptionView {
     const spoken = make("span", { class: "spoken", dir: "auto", text: text.replace(/\s+/g, " ") });
     this.element = make("p", { class: "caption", "data-state": "waiting" }, [spoken, this.shown]);
     this.element.style.textAlign = caption.textAlign;
+    const size = Math.max(...caption.runs.map((run) => run.size));
+    this.element.style.setProperty("--size", String(size));
     this.parts = this.fill(possibleUnit(text, unitOf(caption)));
   }
 

@@ -18,6 +18,11 @@ export function make(tag, attributes = {}, children = []) {
   return element;
 }
 
+/** @param {number} milliseconds @returns {Promise<void>} */
+export function after(milliseconds) {
+  return new Promise((done) => setTimeout(done, milliseconds));
+}
+
 /**
  * A promise's value, or the given one when it takes longer.
  * @template T
@@ -27,10 +32,5 @@ export function make(tag, attributes = {}, children = []) {
  * @returns {Promise<T>}
  */
 export function within(promise, milliseconds, late) {
-  return Promise.race([
-    promise,
-    new Promise((/** @type {(value: T) => void} */ done) =>
-      setTimeout(() => done(late), milliseconds),
-    ),
-  ]);
+  return Promise.race([promise, after(milliseconds).then(() => late)]);
 }

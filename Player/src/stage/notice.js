@@ -19,10 +19,24 @@ export class Notice {
   }
 }
 
-/** @param {string} title @param {string} text */
-export function plainMessage(title, text) {
+/** @param {string} title @param {string} text @param {Node[]} controls */
+export function plainMessage(title, text, controls) {
   return make("main", { class: "message", role: "alert" }, [
     make("h1", { text: title }),
     make("p", { text }),
+    ...controls,
   ]);
+}
+
+/**
+ * A button that lets the user choose a folder.
+ * @param {(files: File[]) => void} onChoice called with all files of the folder
+ * @returns {Node[]}
+ */
+export function folderChooser(onChoice) {
+  const input = make("input", { type: "file", webkitdirectory: "", hidden: "" });
+  const open = make("button", { type: "button", class: "choose", text: "Choose the folder…" });
+  open.addEventListener("click", () => input.click());
+  input.addEventListener("change", () => onChoice([...(input.files ?? [])]));
+  return [open, input];
 }

@@ -16,35 +16,41 @@ export class SlideView {
   constructor(slide, still) {
     this.slide = slide;
     this.still = still;
-    this.captions = slide.captions.map((caption) => new CaptionView(caption));
-    this.timing = slideTiming(
-      this.captions.map(({ caption, parts }) => ({ caption, parts: parts.length })),
-      still,
-    );
-    this.media = isMovie(slide.media) ? new Movie(slide.media) : new Picture(slide.media);
+    const Media = isMovie(slide.media) ? Movie : Picture;
+    this.media = new Media(slide.media, still);
     /** @type {SlideTimeline | null} */
     this.timeline = null;
-    this.element = make("div", { class: "swiper-slide slide" }, [
-      this.media.element,
-      this.captionLayer(),
-    ]);
+    /** @type {ReturnType<SlideView["makeScene"]> | null} */
+    this.madeScene = null;
+    this.element = make("div", { class: "slide" }, [this.media.element]);
   }
 
-  captionLayer() {
+  /** The captions and their times; made when they are first asked for, as most slides wait long. */
+  get scene() {
+    this.madeScene ??= this.makeScene();
+    return this.madeScene;
+  }
+
+  get timing() {
+    return this.scene.timing;
+  }
+
+  makeScene() {
+    const captions = this.slide.captions.map((caption) => new CaptionView(caption));
+    const entries = captions.map(({ caption, parts }) => ({ caption, parts: parts.length }));
+    const timing = slideTiming(entries, this.still);
+    captions.forEach((view, index) => view.setLane(timing.captions[index].lane));
     const anchors = kAnchors.map((anchor) => {
-      const views = this.captions.filter(({ caption }) => caption.anchor === anchor);
+      const views = captions.filter(({ caption }) => caption.anchor === anchor);
       return make(
         "div",
         { class: "anchor", "data-anchor": anchor },
         views.map((view) => view.element),
       );
     });
-    this.captions.forEach((view, index) => view.setLane(this.timing.captions[index].lane));
-    return make(
-      "div",
-      { class: "captions" },
-      anchors.filter((anchor) => anchor.hasChildNodes()),
-    );
+    const used = anchors.filter((anchor) => anchor.hasChildNodes());
+    this.element.append(make("div", { class: "captions" }, used));
+    return { captions, timing };
   }
 
   /** @returns {Promise<boolean>} whether there is something behind the captions */
@@ -65,8 +71,9 @@ export class SlideView {
   /** The captions begin again. */
   rewind() {
     this.timeline?.remove();
-    const moving = this.captions.map(({ caption, element, parts }, index) => {
-      return { caption, element, parts, timing: this.timing.captions[index] };
+    const { captions, timing } = this.scene;
+    const moving = captions.map(({ caption, element, parts }, index) => {
+      return { caption, element, parts, timing: timing.captions[index] };
     });
     this.timeline = new SlideTimeline(moving, this.still);
   }
@@ -75,7 +82,7 @@ export class SlideView {
   leave() {
     this.timeline?.remove();
     this.timeline = null;
-    for (const { element } of this.captions) element.dataset.state = "waiting";
+    for (const { element } of this.madeScene?.captions ?? []) element.dataset.state = "waiting";
     if (this.media instanceof Movie) this.media.stop();
   }
 

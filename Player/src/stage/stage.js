@@ -1,99 +1,136 @@
 // The stage: all slides one upon another, one of them on show, and the controls to move between
 // them.
 
-import Swiper from "swiper";
-import { A11y, EffectFade, Navigation, Pagination } from "swiper/modules";
 import { make } from "./elements.js";
 import { Notice } from "./notice.js";
+import { swipes } from "./swipe.js";
+import { wakes } from "./wake.js";
 
-const kFade = 900;
+/** More slides than this are counted in words rather than shown as dots. */
+const kMostDots = 15;
 
 /** @param {string} name @param {string} label */
 function button(name, label) {
-  return make("button", { class: `control ${name}`, type: "button", "aria-label": label });
+  return make("button", { class: name, type: "button", "aria-label": label });
+}
+
+/** @param {HTMLElement} slide @param {number} index @param {number} count */
+function describe(slide, index, count) {
+  slide.setAttribute("role", "group");
+  slide.setAttribute("aria-roledescription", "slide");
+  slide.setAttribute("aria-label", `${index + 1} of ${count}`);
 }
 
 export class Stage {
   /**
    * @param {HTMLElement} host
-   * @param {HTMLElement[]} slides
+   * @param {HTMLElement[]} slides at least one
    * @param {number} first index of the slide that is on show at once
-   * @param {boolean} still whether slides change by a cut
    */
-  constructor(host, slides, first, still) {
+  constructor(host, slides, first) {
+    this.slides = slides;
+    this.index = first;
+    /** The slide that the one on show is still covering; -1 for none. */
+    this.covering = -1;
+    /** Told of another slide on show, by whatever means it came there. */
+    this.onChange = (/** @type {number} */ index) => {};
+    /** Told of a slide that can be seen no more. */
+    this.onCovered = (/** @type {number} */ index) => {};
     this.notice = new Notice();
-    this.previous = button("previous", "Previous slide");
-    this.next = button("next", "Next slide");
-    this.pause = button("pause", "Pause");
-    this.dots = make("div", { class: "dots" });
-    const controls = make("div", { class: "controls" }, [
-      this.previous,
-      this.pause,
-      this.dots,
-      this.next,
-    ]);
-    controls.hidden = slides.length === 0;
-    this.wrapper = make("div", { class: "swiper-wrapper" }, slides);
-    this.element = make(
-      "div",
-      {
-        class: "swiper stage",
-        role: "region",
-        "aria-roledescription": "carousel",
-        "aria-label": "Slides",
-        tabindex: "0",
-      },
-      [this.wrapper, controls, this.notice.element],
-    );
-    if (slides.length < 2) this.element.dataset.single = "";
-    host.replaceChildren(this.element);
-    this.swiper = this.makeSwiper(first, still);
+    this.previous = button("control previous", "Previous slide");
+    this.pause = button("control pause", "Pause");
+    this.next = button("control next", "Next slide");
+    this.dots = slides.length > kMostDots ? [] : this.makeDots();
+    this.counter = make("span", { class: "counter", "aria-hidden": "true" });
+    this.frame = make("div", { class: "slides" }, slides);
+    this.element = this.makeElement();
+    slides.forEach((slide, index) => describe(slide, index, slides.length));
+    this.mark();
     this.setPaused(false);
+    this.connect();
+    host.replaceChildren(this.element);
   }
 
-  /** @param {number} first @param {boolean} still */
-  makeSwiper(first, still) {
-    return new Swiper(this.element, {
-      modules: [A11y, EffectFade, Navigation, Pagination],
-      effect: "fade",
-      fadeEffect: { crossFade: false },
-      speed: still ? 0 : kFade,
-      initialSlide: first,
-      rewind: true,
-      runCallbacksOnInit: false,
-      navigation: { prevEl: this.previous, nextEl: this.next, addIcons: false },
-      pagination: { el: this.dots, clickable: true },
-      a11y: {
-        slideRole: "group",
-        slideLabelMessage: "{{index}} of {{slidesLength}}",
-        itemRoleDescriptionMessage: "slide",
-      },
+  makeDots() {
+    return this.slides.map((_, index) => {
+      const dot = button("dot", `Go to slide ${index + 1}`);
+      dot.addEventListener("click", () => this.goTo(index));
+      return dot;
     });
   }
 
-  get index() {
-    return this.swiper.activeIndex;
+  makeElement() {
+    const places = this.dots.length > 0 ? this.dots : [this.counter];
+    const controls = make("div", { class: "controls" }, [
+      this.previous,
+      this.pause,
+      make("div", { class: "dots" }, places),
+      this.next,
+    ]);
+    const attributes = {
+      class: "stage",
+      role: "region",
+      "aria-roledescription": "carousel",
+      "aria-label": "Slides",
+      tabindex: "0",
+      "data-single": this.slides.length < 2 ? "" : undefined,
+    };
+    return make("div", attributes, [this.frame, controls, this.notice.element]);
   }
 
-  /**
-   * @param {(index: number) => void} handler called when another slide comes on show, by whatever
-   *   means
-   */
-  onChange(handler) {
-    this.swiper.on("slideChange", () => handler(this.swiper.activeIndex));
+  connect() {
+    this.previous.addEventListener("click", () => this.goPrevious());
+    this.next.addEventListener("click", () => this.goNext());
+    this.frame.addEventListener("animationend", ({ target }) => {
+      if (target === this.slides[this.index]) this.uncover();
+    });
+    wakes(this.element);
+    swipes(this.frame, (step) => (step > 0 ? this.goNext() : this.goPrevious()));
   }
 
   /** @param {number} index */
   goTo(index) {
-    this.swiper.slideTo(index);
+    const from = this.index;
+    if (index === from || !this.slides[index]) return;
+    if (this.covering !== index) this.uncover();
+    this.covering = from;
+    this.index = index;
+    this.element.dataset.changed = "";
+    this.mark();
+    // Where slides change by a cut, nothing is seen of the one before.
+    if (this.slides[index].getAnimations().length === 0) this.uncover();
+    this.onChange(index);
   }
 
   goNext() {
-    this.swiper.slideNext();
+    this.goTo((this.index + 1) % this.slides.length);
   }
 
   goPrevious() {
-    this.swiper.slidePrev();
+    this.goTo((this.index + this.slides.length - 1) % this.slides.length);
+  }
+
+  /** The slide on show covers the one before it. */
+  uncover() {
+    const covered = this.covering;
+    if (covered < 0) return;
+    this.covering = -1;
+    this.mark();
+    this.onCovered(covered);
+  }
+
+  /** Says which slides are to be seen; only the one on show is there for screen readers and keys. */
+  mark() {
+    this.slides.forEach((slide, index) => {
+      slide.classList.toggle("current", index === this.index);
+      slide.classList.toggle("covered", index === this.covering);
+      slide.inert = index !== this.index;
+    });
+    this.dots.forEach((dot, index) => {
+      if (index === this.index) dot.setAttribute("aria-current", "true");
+      else dot.removeAttribute("aria-current");
+    });
+    this.counter.textContent = `${this.index + 1} / ${this.slides.length}`;
   }
 
   /** @param {boolean} paused */
@@ -101,13 +138,6 @@ export class Stage {
     this.element.dataset.paused = String(paused);
     this.pause.setAttribute("aria-label", paused ? "Play" : "Pause");
     // Slides that change by themselves would talk over everything else.
-    this.wrapper.setAttribute("aria-live", paused ? "polite" : "off");
-  }
-
-  /** Only the slide on show is there for screen readers and the keyboard. */
-  markCurrent() {
-    this.swiper.slides.forEach((slide, index) => {
-      slide.inert = index !== this.swiper.activeIndex;
-    });
+    this.frame.setAttribute("aria-live", paused ? "polite" : "off");
   }
 }

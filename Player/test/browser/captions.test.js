@@ -1,5 +1,6 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
+import { hostileText, randomNumbers } from "../support/random.js";
 import { Session } from "../support/session.js";
 
 const kAnchors = ["TL", "TC", "TR", "CL", "C", "CR", "BL", "BC", "BR"];
@@ -153,6 +154,25 @@ test("hostile captions are shown as text and do nothing", async (context) => {
   );
   assert.equal(await session.page.evaluate(() => /** @type {any} */ (window).hacked), undefined);
   assert.equal(await session.page.$$eval(".captions :not(div, p, span)", (all) => all.length), 0);
+});
+
+test("hostile captions by the hundred are shown as text and ask for nothing", async (context) => {
+  const session = await Session.start(context);
+  const captions = Array.from({ length: 300 }, (_, seed) => ({
+    text: hostileText(randomNumbers(seed + 1), 10),
+    size: "8",
+    attributes: { Text_Animation_LetterByLetter: String(seed % 3) },
+  }));
+  await session.show([{ captions }]);
+  await session.seek(3000);
+  const strange = await session.page.$$eval(".captions :not(div, p, span)", (all) => all.length);
+  assert.equal(strange, 0);
+  const attributes = await session.page.$$eval(".captions *", (all) => [
+    ...new Set(all.flatMap((one) => one.getAttributeNames())),
+  ]);
+  const known = ["aria-hidden", "class", "data-anchor", "data-state", "dir", "style"];
+  assert.deepEqual(attributes.sort(), known);
+  assert.equal(await session.page.evaluate(() => /** @type {any} */ (window).hacked), undefined);
 });
 
 test("a screen reader finds each caption of the slide on show once, whole", async (context) => {

@@ -20,19 +20,33 @@ function waitUntilPlaying(session) {
   return session.page.waitForSelector(".movie[data-playing]", { timeout: 30000 });
 }
 
+/** Waits until the page's first pixel has a colour. @param {Session} session @param {number[]} color */
+async function waitForColor(session, color) {
+  let pixel = [0, 0, 0];
+  // The emulator's renderer rounds.
+  const isThere = () => pixel.every((part, index) => Math.abs(part - color[index]) <= 3);
+  for (const end = Date.now() + 10000; !isThere() && Date.now() < end;)
+    pixel = firstPixel(await session.page.screenshot());
+  assert.ok(isThere(), `${pixel}`);
+}
+
 test("a movie plays behind the captions", async (context) => {
   const session = await Session.start(context);
   await showMovie(session, solidMovie([10, 200, 40]));
   await waitUntilPlaying(session);
   await session.seek(2000);
   assert.equal(await session.page.isVisible(".caption .shown"), true);
-  const color = [10, 200, 40];
-  let pixel = [0, 0, 0];
-  // The emulator's renderer rounds.
-  const isPlayed = () => pixel.every((part, index) => Math.abs(part - color[index]) <= 3);
-  for (const end = Date.now() + 10000; !isPlayed() && Date.now() < end;)
-    pixel = firstPixel(await session.page.screenshot());
-  assert.ok(isPlayed(), `${pixel}`);
+  await waitForColor(session, [10, 200, 40]);
+});
+
+test("a movie that is paused before it starts shows its first frame", async (context) => {
+  const session = await Session.start(context);
+  await showMovie(session, solidMovie([10, 200, 40]));
+  await session.page.keyboard.press("Space");
+  await session.load();
+  await waitUntilPlaying(session);
+  await waitForColor(session, [10, 200, 40]);
+  assert.equal((await session.state()).paused, true);
 });
 
 test("the emulator is read only for a movie", async (context) => {
@@ -96,7 +110,7 @@ test("a movie that does not end its work leaves the slider running", async (cont
   await showMovie(session, solidMovie([10, 20, 200], [kEndlessLoop]));
   await session.page.keyboard.press("ArrowRight");
   await session.waitForSlide(1);
-  await session.page.waitForSelector(".swiper-slide-active .backdrop[data-loaded]");
+  await session.page.waitForSelector(".slide.current .backdrop[data-loaded]");
   session.complaints.length = 0;
 });
 

@@ -14,9 +14,7 @@ test("slides follow in the document's order, and the first the last", async (con
   await session.show(kThree);
   const order = [];
   for (const next of [1, 2, 0]) {
-    order.push(
-      await session.page.$eval(".swiper-slide-active .spoken", (spoken) => spoken.textContent),
-    );
+    order.push(await session.page.$eval(".slide.current .spoken", (spoken) => spoken.textContent));
     await session.seek((await session.state()).duration);
     await session.waitForSlide(next);
   }
@@ -69,7 +67,7 @@ test("moving on while paused shows a slide with its captions", async (context) =
   await session.page.keyboard.press("Space");
   await session.page.keyboard.press("ArrowRight");
   await session.waitForSlide(1);
-  assert.equal(await session.page.isVisible(".swiper-slide-active .caption .shown"), true);
+  assert.equal(await session.page.isVisible(".slide.current .caption .shown"), true);
   assert.equal((await session.state()).paused, true);
 });
 
@@ -81,7 +79,7 @@ test("buttons, dots and swiping move between slides", async (context) => {
   await session.waitForSlide(1);
   await session.page.click(".previous");
   await session.waitForSlide(0);
-  await session.page.click(".swiper-pagination-bullet:nth-child(3)");
+  await session.page.click(".dot:nth-child(3)");
   await session.waitForSlide(2);
   await session.settle();
   await session.page.mouse.move(300, 200);
@@ -100,31 +98,46 @@ test("the controls stay out of the picture until they are wanted", async (contex
       return getComputedStyle(controls).opacity;
     });
   assert.equal(await opacity(), "0");
+  await session.page.hover(".stage");
+  assert.equal(await opacity(), "1");
+  await session.page.waitForSelector(".stage:not([data-awake])");
+  assert.equal(await opacity(), "0");
   await session.page.keyboard.press("Tab");
   assert.equal(await opacity(), "1");
 });
 
-test("with reduced motion nothing moves, and slides still follow", async (context) => {
-  const session = await Session.start(context, { reducedMotion: "reduce" });
-  const attributes = { set_animation_style: "Slide", In_Time: "1", Stay_Time: "1" };
-  await session.show([{ captions: [{ attributes }] }, { media: "b.png" }]);
-  await session.seek(999);
+test("few slides have dots, many are counted", async (context) => {
+  const session = await Session.start(context);
+  await session.show(kThree);
+  assert.equal(await session.page.$$eval(".dot", (dots) => dots.length), 3);
   assert.equal(
-    await session.page.$eval(".caption", (element) => element.getAttribute("data-state")),
-    "waiting",
+    await session.page.getAttribute(".dot[aria-current]", "aria-label"),
+    "Go to slide 1",
   );
-  await session.seek(1000);
-  const looks = await session.page.$eval(".part", (part) => {
-    const { opacity, transform } = getComputedStyle(part);
-    return [opacity, transform, part.closest(".caption")?.getAttribute("data-state")];
-  });
-  assert.deepEqual(looks, ["1", "none", "staying"]);
-  assert.match(
-    await session.page.$eval(".picture", (picture) => picture.style.transform),
-    /^(scale\(1\))?$/,
-  );
-  await session.seek((await session.state()).duration);
+  await session.show(Array.from({ length: 40 }, () => ({})));
+  await session.page.keyboard.press("ArrowRight");
   await session.waitForSlide(1);
+  assert.equal(await session.page.textContent(".counter"), "2 / 40");
+  assert.equal(await session.page.$$eval(".dot", (dots) => dots.length), 0);
+});
+
+test("a slide appears above the one before, which keeps its captions until it is covered", async (context) => {
+  const session = await Session.start(context);
+  await session.show(kThree);
+  await session.seek(2000);
+  const seen = () =>
+    session.page.$$eval(".slide", (slides) =>
+      slides.map((slide) => {
+        const caption = /** @type {Element | null} */ (slide.querySelector(".shown"));
+        return caption !== null && getComputedStyle(caption).visibility === "visible";
+      }),
+    );
+  await session.page.keyboard.press("ArrowRight");
+  await session.waitForSlide(1);
+  assert.deepEqual(await seen(), [true, true, false]);
+  await session.page.evaluate(() => document.getAnimations().forEach((one) => one.finish()));
+  await session.page.waitForFunction(() => !document.querySelector(".covered"));
+  assert.deepEqual(await seen(), [false, true, false]);
 });
 
 test("a picture covers the whole slide, a dark ground is there before", async (context) => {
@@ -146,7 +159,7 @@ test("a picture is found whatever its name is, in both folders", async (context)
   for (const index of [0, 1]) {
     await session.page.evaluate((at) => /** @type {any} */ (window).vireonixPlayer.goTo(at), index);
     await session.waitForSlide(index);
-    await session.page.waitForSelector(".swiper-slide-active .backdrop[data-loaded]");
+    await session.page.waitForSelector(".slide.current .backdrop[data-loaded]");
   }
 });
 
@@ -187,17 +200,6 @@ test("a malformed document is read as far as it goes", async (context) => {
   assert.match((await session.page.textContent(".spoken")) ?? "", /half/);
 });
 
-test("a page that may not read its neighbour files says what to do", async (context) => {
-  const session = await Session.start(context);
-  await session.workspace.writeSlides(kThree);
-  await session.page.goto(`file://${session.workspace.folder}/index.html`);
-  await session.page.waitForSelector("html[data-ready]");
-  assert.match((await session.page.textContent(".message")) ?? "", /web server/);
-  assert.ok(
-    session.complaints.splice(0).every((complaint) => /data\.xml|ERR_FAILED/.test(complaint)),
-  );
-});
-
 test("two hundred slides are soon ready, with only the nearest pictures", async (context) => {
   const session = await Session.start(context);
   const captions = Array.from({ length: 5 }, (_, index) => ({
@@ -208,4 +210,60 @@ test("two hundred slides are soon ready, with only the nearest pictures", async 
   const ready = await session.page.evaluate(() => performance.now());
   assert.ok(ready < 6000, `${ready} ms`);
   assert.equal(await session.page.$$eval(".picture[src]", (pictures) => pictures.length), 2);
+});
+
+test("time stands still while the page is hidden", async (context) => {
+  const session = await Session.start(context);
+  await session.show(kThree);
+  const setHidden = (/** @type {boolean} */ hidden) =>
+    session.page.evaluate((value) => {
+      Object.defineProperty(document, "hidden", { value, configurable: true });
+      document.dispatchEvent(new Event("visibilitychange"));
+    }, hidden);
+  const passes = async () => {
+    const { time } = await session.state();
+    await session.page.evaluate(
+      () => new Promise((done) => requestAnimationFrame(() => requestAnimationFrame(done))),
+    );
+    return (await session.state()).time > time;
+  };
+  await session.page.evaluate(() => /** @type {any} */ (window).vireonixPlayer.release());
+  await session.page.waitForFunction(() => /** @type {any} */ (window).vireonixPlayer.time > 0);
+  await setHidden(true);
+  assert.equal(await passes(), false);
+  await setHidden(false);
+  assert.equal(await passes(), true);
+  assert.equal((await session.state()).paused, false);
+});
+
+test("a finger swipes between slides", async (context) => {
+  const session = await Session.start(context, { hasTouch: true });
+  await session.show(kThree);
+  const devtools = await session.page.context().newCDPSession(session.page);
+  const touch = (/** @type {"touchStart" | "touchMove"} */ type, /** @type {number} */ x) =>
+    devtools.send("Input.dispatchTouchEvent", { type, touchPoints: [{ x, y: 300 }] });
+  await touch("touchStart", 700);
+  for (const x of [600, 500, 400]) await touch("touchMove", x);
+  await devtools.send("Input.dispatchTouchEvent", { type: "touchEnd", touchPoints: [] });
+  await session.waitForSlide(1);
+});
+
+test("a screen reader is told of the next slide only while the slider is paused", async (context) => {
+  const session = await Session.start(context);
+  await session.show(kThree);
+  const live = () => session.page.getAttribute(".slides", "aria-live");
+  assert.equal(await live(), "off");
+  await session.page.keyboard.press("Space");
+  assert.equal(await live(), "polite");
+});
+
+test("the buttons work from the keyboard", async (context) => {
+  const session = await Session.start(context);
+  await session.show(kThree);
+  await session.page.focus(".next");
+  await session.page.keyboard.press("Enter");
+  await session.waitForSlide(1);
+  await session.page.focus(".pause");
+  await session.page.keyboard.press("Space");
+  assert.equal((await session.state()).paused, true);
 });

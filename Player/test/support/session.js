@@ -87,6 +87,12 @@ export class Session {
     await this.page.evaluate(() => /** @type {any} */ (window).vireonixPlayer?.hold());
   }
 
+  /** Loads the page straight from its folder. */
+  async openFromFolder() {
+    await this.page.goto(`file://${this.workspace.folder}/index.html`);
+    await this.page.waitForSelector("html[data-ready]");
+  }
+
   /** @param {import("./workspace.js").SlideSource[]} slides @param {string} [styles] */
   async show(slides, styles) {
     await this.workspace.writeSlides(slides, styles);
@@ -116,7 +122,7 @@ export class Session {
   /** Waits until the fade from one slide to the next is over. */
   async settle() {
     await this.page.waitForFunction(() => {
-      const slide = document.querySelector(".swiper-slide-active");
+      const slide = document.querySelector(".slide.current");
       return slide !== null && getComputedStyle(slide).opacity === "1";
     });
   }

@@ -77,6 +77,12 @@ export class Workspace {
     await this.write("intro_asset/data.xml", documentXml(slides, styles));
   }
 
+  /** Makes the scripts a copy of its own, where a link would not do. */
+  async copyScripts() {
+    await rm(join(this.folder, "js"));
+    await cp(join(builtPage(), "js"), join(this.folder, "js"), { recursive: true });
+  }
+
   async remove() {
     await rm(this.folder, { recursive: true, force: true });
   }
