@@ -1,6 +1,7 @@
 // vireonix-host: a small host application that opens the plug-in's settings window.
 #import <AppKit/AppKit.h>
 
+#import "HostApplication.h"
 #import "Theme/HostTheme.h"
 #import "session.h"
 
@@ -41,7 +42,7 @@ std::string bundleBeside(const char *program) {
 bool startApplication(Theme theme) {
   @try {
     InstallHostTheme(theme == Theme::Dark ? HostThemeDark : HostThemeLight);
-    [NSApplication sharedApplication];
+    [HostApplication sharedApplication];
     [NSApp finishLaunching];
     // GNUstep's handlers ask the application to end itself, which a modal session does not let it.
     std::signal(SIGTERM, SIG_DFL);

@@ -2,6 +2,7 @@
 
 #import "Platform/wake_event.h"
 #import "VireonixSettings.h"
+#import "icon.h"
 
 // Ends the application's run loop once the settings window has closed.
 @interface SessionEnd : NSObject <NSApplicationDelegate> {
@@ -103,6 +104,9 @@ SessionResult runSession(const Options &options, const std::string &bundlePath) 
     if (!options.workspace.empty())
       [settings setWorkSpace:stringOf(options.workspace)];
     [settings setModalMode:options.modal];
+    // Here, because loading a bundle puts GNUstep's own icon back; windows take it when they are
+    // made.
+    [NSApp setApplicationIconImage:applicationIcon()];
     NSWindow *window = [settings window];
     SessionResult result = "the plug-in has no settings window: " + bundlePath;
     if (window != nil)

@@ -4,8 +4,8 @@
 
 typedef enum { HostThemeLight, HostThemeDark } HostThemeVariant;
 
-/// Gives the whole process the look, its colours, its fonts and its defaults for menus and scroll
-/// bars. The first call has to come before the application object is made, because the toolkit
-/// then reads its fonts; later calls switch between the variants. What the user has set in the
-/// defaults wins over the fonts. Does nothing on macOS. Main thread only.
+/// Gives the whole process the look, its colours, its fonts and its defaults for menus, scroll bars
+/// and the command key. The first call has to come before the application object is made, because
+/// the toolkit then reads its fonts; later calls switch between the variants. What the user has set
+/// in the defaults wins over the fonts. Does nothing on macOS. Main thread only.
 void InstallHostTheme(HostThemeVariant variant);

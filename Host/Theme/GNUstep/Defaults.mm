@@ -37,6 +37,13 @@ void registerThemeDefaults() {
     @"GSMenuBarHeight" : @"28",
     @"GSMenuSeparatorHeight" : @"26",
     @"GSBrowserUseBezels" : @"NO",
+    // Control is what the desktop's users press for commands.
+    @"GSFirstCommandKey" : @"Control_L",
+    @"GSSecondCommandKey" : @"Control_R",
+    @"GSFirstControlKey" : @"VoidSymbol",
+    @"GSSecondControlKey" : @"VoidSymbol",
+    @"GSFirstAlternateKey" : @"Alt_L",
+    @"GSSecondAlternateKey" : @"Alt_R",
     @"GSSuppressAppIcon" : @"YES",
     @"GSAppOwnsMiniwindow" : @"NO",
   }];

@@ -1,4 +1,4 @@
-// Alert panels: the title, the message below it, the buttons at the lower right.
+// Alert panels: the icon, beside it the title and the message, the buttons at the lower right.
 #import "Theme/GNUstep/Palette.h"
 #import "Theme/GNUstep/Replacement.h"
 
@@ -13,6 +13,8 @@ namespace {
 
 constexpr CGFloat kMargin = 20;
 constexpr CGFloat kGap = 10;
+constexpr CGFloat kIconSide = 48;
+constexpr CGFloat kTextLeft = kMargin + kIconSide + 16;
 constexpr CGFloat kTextWidth = 380;
 constexpr CGFloat kButtonHeight = 28;
 constexpr CGFloat kShortestButton = 84;
@@ -71,6 +73,17 @@ void styleText(const AlertParts &parts) {
   [[parts.message cell] setLineBreakMode:NSLineBreakByWordWrapping];
 }
 
+void placeIcon(NSButton *icon, CGFloat top) {
+  NSImage *picture = [[[NSApp applicationIconImage] copy] autorelease];
+  [picture setScalesWhenResized:YES];
+  [picture setSize:NSMakeSize(kIconSide, kIconSide)];
+  [icon setImage:picture];
+  [icon setTitle:@""];
+  [icon setImagePosition:NSImageOnly];
+  [icon setBordered:NO];
+  [icon setFrame:NSMakeRect(kMargin, top - kIconSide, kIconSide, kIconSide)];
+}
+
 Replacement<void> sizeToFit;
 
 // The toolkit's layout stays for messages too long for a panel: it scrolls them.
@@ -88,13 +101,15 @@ void layOut(id receiver, SEL) {
   removeRule(content);
   [parts.scroll removeFromSuperview];
   [content addSubview:parts.message];
-  [parts.icon removeFromSuperview];
-  const CGFloat width = kTextWidth + 2 * kMargin;
+  const CGFloat width = kTextLeft + kTextWidth + kMargin;
   const CGFloat textFloor = kMargin + kButtonHeight + kMargin;
-  const CGFloat top = textFloor + titleHeight + kGap + messageHeight;
+  const CGFloat textSize = std::max(titleHeight + kGap + messageHeight, kIconSide);
+  const CGFloat top = textFloor + textSize;
   [panel setContentSize:NSMakeSize(width, top + kMargin)];
-  [parts.title setFrame:NSMakeRect(kMargin, top - titleHeight, kTextWidth, titleHeight)];
-  [parts.message setFrame:NSMakeRect(kMargin, textFloor, kTextWidth, messageHeight)];
+  [parts.title setFrame:NSMakeRect(kTextLeft, top - titleHeight, kTextWidth, titleHeight)];
+  [parts.message setFrame:NSMakeRect(kTextLeft, top - titleHeight - kGap - messageHeight,
+                                     kTextWidth, messageHeight)];
+  placeIcon(parts.icon, top);
   placeButtons(parts, width - kMargin);
   [content setNeedsDisplay:YES];
 }

@@ -70,8 +70,14 @@ void drawBoxTitle(NSBox *box, bool onBorder) {
 }
 
 - (void)drawScrollViewRect:(NSRect)rect inView:(NSView *)view {
-  if ([static_cast<NSScrollView *>(view) borderType] != NSNoBorder)
-    frameLine([view bounds]);
+  NSScrollView *scroll = static_cast<NSScrollView *>(view);
+  if ([scroll borderType] == NSNoBorder)
+    return;
+  frameLine([view bounds]);
+  if (![[view window] isKeyWindow] || [[view window] firstResponder] != [scroll documentView])
+    return;
+  [colour(Ink::focusRing) set];
+  NSFrameRect([view bounds]);
 }
 
 - (void)drawBoxInClipRect:(NSRect)clip

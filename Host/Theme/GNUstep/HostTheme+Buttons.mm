@@ -40,11 +40,14 @@ bool isDefault(NSButtonCell *cell) {
   return [key isEqualToString:@"\r"] || [key isEqualToString:@"\n"];
 }
 
-// Whether the theme fills the shape of this button; some cells draw themselves.
-bool drawsAccent(NSButtonCell *cell) {
+bool drawsItself(NSButtonCell *cell) {
   SEL drawing = @selector(drawWithFrame:inView:);
-  return isDefault(cell) && [cell isBordered] && ![cell isTransparent] &&
-         [cell methodForSelector:drawing] == [NSButtonCell instanceMethodForSelector:drawing];
+  return [cell methodForSelector:drawing] != [NSButtonCell instanceMethodForSelector:drawing];
+}
+
+// Whether the theme fills the shape of this button.
+bool drawsAccent(NSButtonCell *cell) {
+  return isDefault(cell) && [cell isBordered] && ![cell isTransparent] && !drawsItself(cell);
 }
 
 NSRect shapeOf(NSRect frame, int style) {
@@ -58,16 +61,32 @@ bool isPressed(GSThemeControlState state) {
          state == GSThemeSelectedState || state == GSThemeSelectedFirstResponderState;
 }
 
-void drawPushButton(NSRect shape, bool accent, bool enabled, bool pressed) {
-  if (accent && enabled)
-    fillRounded(shape, kControlRadius, colour(pressed ? Ink::pressedAccent : Ink::accent));
-  else if (accent)
-    fillRounded(shape, kControlRadius, colour(Ink::disabledAccent));
-  else if (!enabled)
-    drawBox(shape, kControlRadius, colour(Ink::disabledButton), colour(Ink::subtleBorder));
-  else
-    drawBox(shape, kControlRadius, colour(pressed ? Ink::pressedButton : Ink::button),
-            colour(Ink::border));
+struct ButtonState {
+  bool accent;
+  bool enabled;
+  bool pressed;
+  bool hovered;
+};
+
+Ink accentFill(ButtonState state) {
+  if (!state.enabled)
+    return Ink::disabledAccent;
+  return state.pressed ? Ink::pressedAccent : state.hovered ? Ink::hoveredAccent : Ink::accent;
+}
+
+Ink plainFill(ButtonState state) {
+  if (!state.enabled)
+    return Ink::disabledButton;
+  return state.pressed ? Ink::pressedButton : state.hovered ? Ink::hoveredButton : Ink::button;
+}
+
+void drawPushButton(NSRect shape, ButtonState state) {
+  if (state.accent) {
+    fillRounded(shape, kControlRadius, colour(accentFill(state)));
+    return;
+  }
+  drawBox(shape, kControlRadius, colour(plainFill(state)),
+          colour(state.enabled ? Ink::border : Ink::subtleBorder));
 }
 
 struct MarkState {
@@ -75,15 +94,18 @@ struct MarkState {
   bool mixed;
   bool enabled;
   bool pressed;
+  bool hovered;
 };
 
 NSColor *markFill(MarkState state) {
   if (state.on)
     return colour(!state.enabled  ? Ink::disabledAccent
                   : state.pressed ? Ink::pressedAccent
+                  : state.hovered ? Ink::hoveredAccent
                                   : Ink::accent);
   return colour(!state.enabled  ? Ink::disabledField
                 : state.pressed ? Ink::pressedButton
+                : state.hovered ? Ink::hoveredButton
                                 : Ink::field);
 }
 
@@ -91,7 +113,10 @@ NSColor *markFill(MarkState state) {
 void drawMarkGround(NSRect box, CGFloat radius, MarkState state) {
   fillRounded(box, radius, markFill(state));
   if (!state.on)
-    strokeRounded(box, radius, colour(state.enabled ? Ink::strongBorder : Ink::border));
+    strokeRounded(box, radius,
+                  colour(!state.enabled  ? Ink::border
+                         : state.hovered ? Ink::accent
+                                         : Ink::strongBorder));
 }
 
 void drawCheckMark(NSRect box, MarkState state, BOOL flipped) {
@@ -128,7 +153,8 @@ void drawMark(NSButtonCell *cell, Picture picture, NSRect frame, NSView *view) {
   const MarkState state{.on = [cell state] != NSOffState,
                         .mixed = [cell state] == NSMixedState,
                         .enabled = bool([cell isEnabled]),
-                        .pressed = bool([cell isHighlighted])};
+                        .pressed = bool([cell isHighlighted]),
+                        .hovered = isHovered(cell, view)};
   if (picture == Picture::check)
     drawCheckMark(box, state, [view isFlipped]);
   else
@@ -184,9 +210,23 @@ void drawPicture(id receiver, SEL, NSImage *image, NSRect frame, NSView *view) {
     drawMark(cell, picture, frame, view);
 }
 
+// A cell that draws itself knows nothing of the ring. The line inside it sets it off from whatever
+// colour the cell has.
+Replacement<void, NSRect> drawButton;
+void drawButtonWithRing(id receiver, SEL, NSRect dirty) {
+  NSButton *button = receiver;
+  drawButton(button, dirty);
+  NSButtonCell *cell = [button cell];
+  if (!drawsItself(cell) || !hasKeyboardFocus(cell, button))
+    return;
+  drawFocusRing([button bounds], kControlRadius);
+  strokeRounded(NSInsetRect([button bounds], 2, 2), kControlRadius - 2, colour(Ink::window));
+}
+
 } // namespace
 
 void vireonix::host::replaceButtonMethods() {
+  drawButton.install([NSButton class], @selector(drawRect:), &drawButtonWithRing);
   drawImage.install([NSButtonCell class], @selector(drawImage:withFrame:inView:), &drawPicture);
   textColour.install([NSButtonCell class], @selector(textColor), &titleColour);
   setImage.install([NSButtonCell class], @selector(setImage:), &setImageButReturnKey);
@@ -211,8 +251,10 @@ void vireonix::host::replaceButtonMethods() {
   NSButtonCell *button = isButton ? static_cast<NSButtonCell *>(cell) : nil;
   if (pictureOf([button image]) == Picture::comboArrow)
     return;
-  drawPushButton(shapeOf(frame, style), isButton && drawsAccent(button), [cell isEnabled],
-                 isPressed(state));
+  drawPushButton(shapeOf(frame, style), {.accent = isButton && drawsAccent(button),
+                                         .enabled = bool([cell isEnabled]),
+                                         .pressed = isPressed(state),
+                                         .hovered = isHovered(cell, view)});
 }
 
 - (GSThemeMargins)buttonMarginsForCell:(NSCell *)cell

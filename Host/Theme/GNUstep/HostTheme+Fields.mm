@@ -22,7 +22,9 @@ bool isField(NSTextFieldCell *cell) {
 void drawField(NSTextFieldCell *cell, NSRect frame, NSView *view) {
   const bool enabled = [cell isEnabled];
   drawBox(frame, kControlRadius, colour(enabled ? Ink::field : Ink::disabledField),
-          colour(enabled ? Ink::border : Ink::subtleBorder));
+          colour(!enabled                ? Ink::subtleBorder
+                 : isHovered(cell, view) ? Ink::strongBorder
+                                         : Ink::border));
   if (hasKeyboardFocus(cell, view))
     drawFocusRing(frame, kControlRadius);
 }
@@ -56,11 +58,18 @@ NSRect paddedTitleRect(id receiver, SEL, NSRect bounds) {
   return centredLine(NSInsetRect(rect, kTextMargin, 0), [cell font]);
 }
 
+// What lies behind a field shows at its corners.
+Replacement<BOOL> isOpaque;
+BOOL isOpaqueWithoutCorners(id receiver, SEL) {
+  return isField(receiver) ? NO : isOpaque(receiver);
+}
+
 } // namespace
 
 void vireonix::host::replaceFieldMethods() {
   drawBorderAndBackground.install([NSTextFieldCell class],
                                   @selector(_drawBorderAndBackgroundWithFrame:inView:),
                                   &drawFieldOrLabel);
+  isOpaque.install([NSTextFieldCell class], @selector(isOpaque), &isOpaqueWithoutCorners);
   titleRect.install([NSTextFieldCell class], @selector(titleRectForBounds:), &paddedTitleRect);
 }

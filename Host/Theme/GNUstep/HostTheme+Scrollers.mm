@@ -79,7 +79,8 @@ void drawKnob(id receiver, SEL) {
   NSScroller *scroller = receiver;
   const NSRect knob = NSInsetRect([scroller rectForPart:NSScrollerKnob], kMargin, kMargin);
   const bool isHeld = [scroller hitPart] == NSScrollerKnob;
-  fillRounded(knob, kControlRadius, colour(isHeld ? Ink::pressedKnob : Ink::knob));
+  const bool isStrong = isHeld || isHovered(nil, scroller);
+  fillRounded(knob, kControlRadius, colour(isStrong ? Ink::pressedKnob : Ink::knob));
 }
 
 void drawNoArrow(id, SEL, NSScrollerArrow, BOOL) {}

@@ -59,7 +59,9 @@ NSRect passedPart(NSRect track, NSRect knob, bool vertical, BOOL flipped) {
       centred(NSMakeSize(kKnobSize, kKnobSize), [slider knobRectFlipped:[view isFlipped]]);
   const bool enabled = [cell isEnabled];
   drawBox(knob, kKnobSize / 2, colour(enabled ? Ink::sliderKnob : Ink::disabledButton),
-          colour(enabled ? Ink::strongBorder : Ink::border));
+          colour(!enabled                ? Ink::border
+                 : isHovered(cell, view) ? Ink::accent
+                                         : Ink::strongBorder));
   if (hasKeyboardFocus(cell, view))
     drawFocusRing(knob, kKnobSize / 2);
 }

@@ -1,10 +1,9 @@
-// Tables, their headers, browsers and the lists of combo boxes.
+// Tables, their headers and browsers.
 #import "Theme/GNUstep/Palette.h"
 #import "Theme/GNUstep/Replacement.h"
 #import "Theme/GNUstep/Shapes.h"
 #import "Theme/GNUstep/ThemeClass.h"
 
-#include <algorithm>
 #include <cmath>
 
 using namespace vireonix::host;
@@ -12,7 +11,6 @@ using namespace vireonix::host;
 namespace {
 
 constexpr CGFloat kHeaderMargin = 2;
-constexpr CGFloat kListRowHeight = 22;
 
 // The header's ground with the line below it.
 void drawHeaderGround(NSRect frame, BOOL flipped) {
@@ -31,30 +29,31 @@ id initLeftAlignedHeader(id receiver, SEL, NSString *title) {
   return header;
 }
 
-// The toolkit's list of a combo box has cells that do not know the colour of selected text.
-Replacement<id, NSRect, NSUInteger, NSBackingStoreType, BOOL> initComboList;
-id initReadableComboList(id receiver, SEL, NSRect content, NSUInteger style,
-                         NSBackingStoreType backing, BOOL defer) {
-  id list = initComboList(receiver, content, style, backing, defer);
-  NSTableView *table = [list valueForKey:@"_tableView"];
-  NSTextFieldCell *cell = [[[NSTextFieldCell alloc] initTextCell:@""] autorelease];
-  [[[table tableColumns] objectAtIndex:0] setDataCell:cell];
-  return list;
+// The toolkit keeps the tool tips of the columns to itself.
+NSString *toolTipOfColumn(id receiver, SEL, NSView *, NSToolTipTag, NSPoint place, void *) {
+  NSTableHeaderView *header = receiver;
+  const NSInteger column = [header columnAtPoint:place];
+  NSArray *columns = [[header tableView] tableColumns];
+  return column < 0 ? nil : [[columns objectAtIndex:static_cast<NSUInteger>(column)] headerToolTip];
 }
 
-Replacement<CGFloat> comboItemHeight;
-CGFloat roomyComboItemHeight(id receiver, SEL) {
-  return std::max(comboItemHeight(receiver), kListRowHeight);
+Replacement<void> resetCursorRects;
+void resetToolTipsToo(id receiver, SEL) {
+  NSTableHeaderView *header = receiver;
+  resetCursorRects(header);
+  [header removeAllToolTips];
+  for (NSInteger column = 0; column < [[header tableView] numberOfColumns]; ++column)
+    [header addToolTipRect:[header headerRectOfColumn:column] owner:header userData:nullptr];
 }
 
 } // namespace
 
 void vireonix::host::replaceTableMethods() {
+  class_addMethod([NSTableHeaderView class], @selector(view:stringForToolTip:point:userData:),
+                  reinterpret_cast<IMP>(&toolTipOfColumn), "@@:@q{_NSPoint=dd}^v");
+  resetCursorRects.install([NSTableHeaderView class], @selector(resetCursorRects),
+                           &resetToolTipsToo);
   initHeader.install([NSTableHeaderCell class], @selector(initTextCell:), &initLeftAlignedHeader);
-  initComboList.install(NSClassFromString(@"GSComboWindow"),
-                        @selector(initWithContentRect:styleMask:backing:defer:),
-                        &initReadableComboList);
-  comboItemHeight.install([NSComboBoxCell class], @selector(itemHeight), &roomyComboItemHeight);
 }
 
 @interface HostTheme (Tables)

@@ -35,6 +35,13 @@ NSView *focusedView(NSResponder *first) {
   return [view isKindOfClass:[NSView class]] ? view : nil;
 }
 
+void redrawRing(NSView *view) {
+  [view setNeedsDisplay:YES];
+  NSScrollView *around = [view enclosingScrollView];
+  if ([around documentView] == view)
+    [around setNeedsDisplay:YES];
+}
+
 // The toolkit redraws less than the ring covers.
 Replacement<BOOL, NSResponder *> makeFirstResponder;
 BOOL makeFirstResponderAndShowIt(id receiver, SEL, NSResponder *responder) {
@@ -43,8 +50,8 @@ BOOL makeFirstResponderAndShowIt(id receiver, SEL, NSResponder *responder) {
   const BOOL changed = makeFirstResponder(window, responder);
   NSView *after = focusedView([window firstResponder]);
   if (before != after)
-    [before setNeedsDisplay:YES];
-  [after setNeedsDisplay:YES];
+    redrawRing(before);
+  redrawRing(after);
   [before release];
   return changed;
 }
@@ -66,9 +73,12 @@ BOOL makeFirstResponderAndShowIt(id receiver, SEL, NSResponder *responder) {
 }
 
 // The control that the keyboard acts on shows that only in the key window.
+// A window is first on the display for certain when it becomes the key window.
 - (void)keyWindowChanged:(NSNotification *)notification {
   NSWindow *window = [notification object];
-  [focusedView([window firstResponder]) setNeedsDisplay:YES];
+  redrawRing(focusedView([window firstResponder]));
+  if ([window isKeyWindow])
+    showApplicationIcon(window);
 }
 
 - (void)observe {
@@ -107,9 +117,16 @@ void InstallHostTheme(HostThemeVariant variant) {
     replaceScrollerMethods();
     replaceTableMethods();
     replaceAlertMethods();
+    replaceComboMethods();
+    replaceTitleMethods();
+    replaceWindowMethods();
     theme = [[HostTheme alloc] initWithBundle:nil];
     [theme observe];
     [GSTheme setTheme:theme];
+    // Whenever any default changes, GNUstep goes back to the theme that the defaults name.
+    [[NSNotificationCenter defaultCenter] removeObserver:[GSTheme class]
+                                                    name:NSUserDefaultsDidChangeNotification
+                                                  object:nil];
   } else {
     [theme deactivate];
     [theme activate];

@@ -43,5 +43,8 @@ void replaceFieldMethods();
 void replaceScrollerMethods();
 void replaceTableMethods();
 void replaceAlertMethods();
+void replaceComboMethods();
+void replaceTitleMethods();
+void replaceWindowMethods();
 
 } // namespace vireonix::host

@@ -12,4 +12,10 @@ namespace vireonix::host {
 /// Whether the keyboard acts on the control that shows this cell in this view.
 bool hasKeyboardFocus(NSCell *cell, NSView *view);
 
+/// Whether the mouse is over the control that shows this cell in this view.
+bool isHovered(NSCell *cell, NSView *view);
+
+/// Gives a window that is on the display the application's icon.
+void showApplicationIcon(NSWindow *window);
+
 } // namespace vireonix::host

@@ -1,0 +1,143 @@
+// Combo boxes: those in which nothing can be typed open their list wherever they are clicked, and
+// by the keys that open a menu.
+#import "Theme/GNUstep/Replacement.h"
+
+#import <AppKit/AppKit.h>
+
+#include <algorithm>
+
+using namespace vireonix::host;
+
+// What the toolkit's own button of a combo box does.
+@interface NSComboBoxCell (ListOpening)
+- (void)_didClickWithinButton:(id)sender;
+@end
+
+namespace {
+
+constexpr CGFloat kListRowHeight = 22;
+
+bool offersAChoiceOnly(NSComboBox *box) {
+  return [box isEnabled] && ![box isEditable] && [box numberOfItems] > 0;
+}
+
+// The item that was chosen when a list was opened here; -1 for none.
+NSInteger chosenItem = -1;
+
+void openList(NSComboBox *box) {
+  const NSInteger item = [box indexOfSelectedItem];
+  NSString *text = [box stringValue];
+  chosenItem = item;
+  [static_cast<NSComboBoxCell *>([box cell]) _didClickWithinButton:box];
+  chosenItem = -1;
+  // A list that was left by Escape has changed the choice behind the text that it left alone.
+  if (item >= 0 && [[box stringValue] isEqualToString:text])
+    [box selectItemAtIndex:item];
+}
+
+Replacement<void, NSEvent *> mouseDown;
+void openListOnMouseDown(id receiver, SEL, NSEvent *event) {
+  NSComboBox *box = receiver;
+  if (!offersAChoiceOnly(box)) {
+    mouseDown(receiver, event);
+    return;
+  }
+  [[box window] makeFirstResponder:box];
+  openList(box);
+}
+
+bool opensList(unichar key) {
+  return key == NSDownArrowFunctionKey || key == NSUpArrowFunctionKey || key == NSF4FunctionKey ||
+         key == ' ';
+}
+
+// Whether the key was for the box. The toolkit would hand all of them on to the window, which knows
+// nothing of the box behind the field editor.
+bool handleKey(NSComboBox *box, unichar key) {
+  if (opensList(key))
+    openList(box);
+  else if (key == NSTabCharacter)
+    [[box window] selectKeyViewFollowingView:box];
+  else if (key == NSBackTabCharacter)
+    [[box window] selectKeyViewPrecedingView:box];
+  else
+    return false;
+  return true;
+}
+
+Replacement<void, NSEvent *> keyDown;
+void handleKeyDown(id receiver, SEL, NSEvent *event) {
+  NSTextView *editor = receiver;
+  id owner = [editor isFieldEditor] ? [editor delegate] : nil;
+  NSString *characters = [event characters];
+  if ([owner isKindOfClass:[NSComboBox class]] && offersAChoiceOnly(owner) &&
+      [characters length] > 0 && handleKey(owner, [characters characterAtIndex:0]))
+    return;
+  keyDown(receiver, event);
+}
+
+// The toolkit's list has cells that do not know the colour of selected text.
+Replacement<id, NSRect, NSUInteger, NSBackingStoreType, BOOL> initList;
+id initReadableList(id receiver, SEL, NSRect content, NSUInteger style, NSBackingStoreType backing,
+                    BOOL defer) {
+  id list = initList(receiver, content, style, backing, defer);
+  NSTableView *table = [list valueForKey:@"_tableView"];
+  NSTextFieldCell *cell = [[[NSTextFieldCell alloc] initTextCell:@""] autorelease];
+  [[[table tableColumns] objectAtIndex:0] setDataCell:cell];
+  return list;
+}
+
+// The list is as wide as its box, its rows are as wide as the list, and it has a scroller only when
+// there is something to scroll to.
+Replacement<void, NSComboBoxCell *> layOut;
+void layOutWithScrollerForLongLists(id receiver, SEL, NSComboBoxCell *cell) {
+  [cell setHasVerticalScroller:[cell numberOfItems] > [cell numberOfVisibleItems]];
+  layOut(receiver, cell);
+}
+
+Replacement<void, NSComboBoxCell *> place;
+void placeAsWideAsBox(id receiver, SEL, NSComboBoxCell *cell) {
+  place(receiver, cell);
+  NSWindow *list = receiver;
+  NSTableView *table = [list valueForKey:@"_tableView"];
+  NSRect frame = [list frame];
+  frame.size.width = std::max(NSWidth(frame), NSWidth([[cell controlView] bounds]));
+  [list setFrame:frame display:NO];
+  NSScrollView *scroll = [table enclosingScrollView];
+  [scroll setHasVerticalScroller:[cell hasVerticalScroller]];
+  [scroll setFrame:[[list contentView] bounds]];
+  const CGFloat room = [scroll contentSize].width - [table intercellSpacing].width;
+  [[[table tableColumns] objectAtIndex:0] setWidth:room];
+}
+
+// The toolkit marks the first item that begins with the box's text, which need not be the chosen
+// one.
+Replacement<void, NSComboBoxCell *> runList;
+void runListFromChosenItem(id receiver, SEL, NSComboBoxCell *cell) {
+  NSTableView *table = [receiver valueForKey:@"_tableView"];
+  if (chosenItem >= 0 && chosenItem < [table numberOfRows]) {
+    [table selectRowIndexes:[NSIndexSet indexSetWithIndex:static_cast<NSUInteger>(chosenItem)]
+        byExtendingSelection:NO];
+    [table scrollRowToVisible:chosenItem];
+  }
+  runList(receiver, cell);
+}
+
+Replacement<CGFloat> itemHeight;
+CGFloat roomyItemHeight(id receiver, SEL) {
+  return std::max(itemHeight(receiver), kListRowHeight);
+}
+
+} // namespace
+
+void vireonix::host::replaceComboMethods() {
+  Class list = NSClassFromString(@"GSComboWindow");
+  mouseDown.install([NSComboBox class], @selector(mouseDown:), &openListOnMouseDown);
+  keyDown.install([NSTextView class], @selector(keyDown:), &handleKeyDown);
+  initList.install(list, @selector(initWithContentRect:styleMask:backing:defer:),
+                   &initReadableList);
+  layOut.install(list, @selector(layoutWithComboBoxCell:), &layOutWithScrollerForLongLists);
+  place.install(list, @selector(positionWithComboBoxCell:), &placeAsWideAsBox);
+  runList.install(list, @selector(runLoopWithComboBoxCell:), &runListFromChosenItem);
+  itemHeight.install([NSComboBoxCell class], @selector(itemHeight), &roomyItemHeight);
+}
