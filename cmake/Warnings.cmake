@@ -13,3 +13,9 @@ if(VIREONIX_SANITIZE)
                       -fno-omit-frame-pointer)
   add_link_options(-fsanitize=${VIREONIX_SANITIZE})
 endif()
+
+# Tells the fuzzer which branches an input takes.
+if(VIREONIX_FUZZ)
+  add_compile_options(-fsanitize=fuzzer-no-link)
+  add_link_options(-fsanitize=fuzzer-no-link)
+endif()

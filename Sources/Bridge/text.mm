@@ -74,6 +74,8 @@ std::string utf8(NSString *text) {
 }
 
 NSString *string(std::string_view utf8) {
+  if (core::isWellFormedUtf8(utf8))
+    return stringOfWellFormed(utf8);
   return stringOfWellFormed(core::wellFormedUtf8(utf8));
 }
 

@@ -1,5 +1,6 @@
 #import "Class/HoverView.h"
 
+#import "Class/DetachedCall.h"
 #import "Class/SimpleCell.h"
 
 @interface HoverView ()
@@ -47,8 +48,9 @@
   if (followPending || [self isUpToDate])
     return;
   followPending = YES;
-  NSArray *modes = @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
-  [self performSelector:@selector(follow) withObject:nil afterDelay:0 inModes:modes];
+  // Not with a delay: its timer would stay in the modes that do not run.
+  [self performSelectorOnMainThread:@selector(follow) withObject:nil waitUntilDone:NO
+                              modes:mainThreadModes()];
 }
 
 // A tracking rectangle compares the mouse's last two places only: it does not notice that the

@@ -21,7 +21,7 @@ static NSString *const kDefaultSettingsName = @"defaultsettings.dat";
 static NSString *const kBundledDefaultSettings = @"Contents/Resources/data/defaultsettings.dat";
 
 // How long a thread that saves waits for the main thread, in seconds. A main thread that does not
-// answer is between two run loops, so nobody is changing what it would have answered.
+// answer is between two run loops or busy; the record is then saved as it stands.
 static const NSTimeInterval kMainThreadPatience = 0.25;
 
 static const NSInteger kAsked = 0;
@@ -87,7 +87,8 @@ static void showNumber(NSTextField *field, double number) {
 // Of two saves the one that asked later is what stays, whichever thread is faster.
 - (void)saveSnapshot:(PositionSnapshot *)snapshot toFile:(NSString *)path {
   @synchronized(self) {
-    if (isReverted || snapshot->number <= snapshotSaved)
+    const BOOL isTooLate = isReverted || (isSavedForGood && ![NSThread isMainThread]);
+    if (isTooLate || snapshot->number <= snapshotSaved)
       return;
     snapshotSaved = snapshot->number;
     PositionRect *record = [[[PositionRect alloc] init] autorelease];

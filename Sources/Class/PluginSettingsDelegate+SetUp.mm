@@ -12,6 +12,32 @@ using vireonix::platform::releaseTopLevelObjects;
 static NSString *const kDefaultWorkSpaceName = @"vireonix";
 static const NSTimeInterval kPreviewInterval = 0.33;
 
+// Stands between the preview's timer and the controller. A timer retains its target as long as it
+// repeats, and nobody but the controller ends it: a host's release would not be the last one.
+@interface PreviewTick : NSObject {
+  PluginSettingsDelegate *controller; // ends the timer before it goes
+}
+- (id)initWithController:(PluginSettingsDelegate *)receiver;
+- (void)tick:(NSTimer *)timer;
+@end
+
+@implementation PreviewTick
+
+- (id)initWithController:(PluginSettingsDelegate *)receiver {
+  self = [super init];
+  if (self != nil)
+    controller = receiver;
+  return self;
+}
+
+- (void)tick:(NSTimer *)timer {
+  // What a page's loading calls may let go of the controller.
+  [[controller retain] autorelease];
+  [controller onRepeatTimer:timer];
+}
+
+@end
+
 @implementation PluginSettingsDelegate (SetUp)
 
 - (void)wireControls {
@@ -97,11 +123,13 @@ static const NSTimeInterval kPreviewInterval = 0.33;
 
 - (void)startPreviewTimer {
   // The first tick loads the preview: there is nothing to wait for.
+  PreviewTick *target = [[PreviewTick alloc] initWithController:self];
   repeatTimer = [[NSTimer alloc] initWithFireDate:[NSDate date] interval:kPreviewInterval
-                                           target:self
-                                         selector:@selector(onRepeatTimer:)
+                                           target:target
+                                         selector:@selector(tick:)
                                          userInfo:nil
                                           repeats:YES];
+  [target release];
   [[NSRunLoop currentRunLoop] addTimer:repeatTimer forMode:isModalMode ? NSModalPanelRunLoopMode
                                                                        : NSDefaultRunLoopMode];
   [repeatTimer release];
@@ -121,8 +149,23 @@ static const NSTimeInterval kPreviewInterval = 0.33;
   [iWebView setFrameLoadDelegate:delegate];
 }
 
+// Controls may outlive the controller for a while, as a window that was never closed does.
+- (void)detachFromControls {
+  NSTextField *const fields[] = {txtLeft, txtTop, txtRight, txtBottom, txtTransparency};
+  for (NSTextField *field : fields) {
+    if ([field delegate] == static_cast<id>(self))
+      [field setDelegate:nil];
+  }
+  NSControl *const senders[] = {sldTrans, btnDefault, btnCancel, btnOK};
+  for (NSControl *sender : senders) {
+    if ([sender target] == self)
+      [sender setTarget:nil];
+  }
+}
+
 - (void)detachFromViews {
   [self wireWebView:nil];
+  [self detachFromControls];
   for (WebView *view in hiddenWebViews) {
     [view setPolicyDelegate:nil];
     [view close];

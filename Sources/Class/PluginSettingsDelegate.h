@@ -50,6 +50,9 @@
   BOOL hasEnded;   // the window has closed once
   BOOL isReverted; // the backup is back, or being put back: no save may follow. Under
                    // @synchronized(self)
+  // OK has saved the position: threads that still want to do so are too late, and the process may
+  // end while they write. Under @synchronized(self).
+  BOOL isSavedForGood;
   std::atomic<uint64_t> snapshotsTaken; // of the position record, for saves
   uint64_t snapshotSaved; // the newest one that is in the file. Under @synchronized(self)
   vireonix::core::WorkspaceBackup backup; // this session's

@@ -100,6 +100,8 @@ static const int32_t kCloseModeApply = 1;
   if (hasEnded)
     return;
   hasEnded = YES;
+  // A colour that is being chosen belongs to what the question is about.
+  [privateView endColorChoice];
   [self stopPreviewTimer];
   if (!isOKCancelButton) {
     NSString *question = @"Do you want to apply the settings?";
@@ -111,7 +113,8 @@ static const int32_t kCloseModeApply = 1;
   else
     [self restoreWorkSpace];
   [self setIsCloseBundle:YES];
-  vireonix::platform::stopModalSession([self closeMode]);
+  if (![privateView endSessionAfterColorChoice:[self closeMode]])
+    vireonix::platform::stopModalSession([self closeMode]);
 }
 
 - (IBAction)onCancel:(id)sender {
@@ -131,6 +134,9 @@ static const int32_t kCloseModeApply = 1;
   // The panel has the position saved on a thread of its own; a host may end the process before
   // that.
   [self saveGlobalSettings];
+  @synchronized(self) {
+    isSavedForGood = YES;
+  }
   [self close];
 }
 

@@ -4,6 +4,8 @@
 #import "Class/XMLElement.h"
 #import "Core/file_tree.h"
 
+#include <cerrno>
+
 using vireonix::bridge::path;
 using vireonix::core::MergeOptions;
 
@@ -16,7 +18,7 @@ static NSString *const kSliderDocument = @"intro_asset/data.xml";
 @interface PluginSettingsInfo (Private)
 - (void)useDefaultIdentifier;
 - (NSArray *)sourceFolders;
-- (std::string)pathInWorkSpace:(NSString *)relative;
+- (void)fillNewWorkSpace:(NSString *)folder;
 @end
 
 @implementation PluginSettingsInfo
@@ -36,11 +38,10 @@ static NSString *const kSliderDocument = @"intro_asset/data.xml";
   [self useDefaultIdentifier];
   if (vireonix::core::exists(path([self workSpace])))
     (void)vireonix::core::removeTree(path([self workSpace]));
-  (void)vireonix::core::createFolders(path([self workSpace]));
-  for (NSString *source in [self sourceFolders])
-    [PluginSettingsInfo copyFromPath:source toPath:[self workSpace] withHiddenFiles:NO];
-  NSString *ownMovie = [NSString stringWithFormat:@"%@.swf", [self identifier]];
-  (void)vireonix::core::copyFile([self pathInWorkSpace:ownMovie], [self pathInWorkSpace:kMovie]);
+  // A later start completes a workspace, but never makes the movie again: it appears whole.
+  (void)vireonix::core::makeFolderWhole(path([self workSpace]), [self](const std::string &folder) {
+    [self fillNewWorkSpace:vireonix::bridge::pathString(folder)];
+  });
   return YES;
 }
 
@@ -49,7 +50,8 @@ static NSString *const kSliderDocument = @"intro_asset/data.xml";
     [self setWorkSpace:[[PluginSettingsInfo getSavePluginPath]
                            stringByAppendingPathComponent:kDefaultWorkSpaceName]];
   }
-  if (!vireonix::core::exists(path([self workSpace])))
+  // Making it deletes what is there: not on mere suspicion.
+  if (vireonix::core::errorAt(path([self workSpace])) == ENOENT)
     return [self createWorkSpace];
   for (NSString *source in [self sourceFolders]) {
     (void)vireonix::core::mergeTree(path(source), path([self workSpace]),
@@ -114,8 +116,12 @@ static NSString *const kSliderDocument = @"intro_asset/data.xml";
   return folders;
 }
 
-- (std::string)pathInWorkSpace:(NSString *)relative {
-  return path([[self workSpace] stringByAppendingPathComponent:relative]);
+- (void)fillNewWorkSpace:(NSString *)folder {
+  for (NSString *source in [self sourceFolders])
+    [PluginSettingsInfo copyFromPath:source toPath:folder withHiddenFiles:NO];
+  NSString *ownMovie = [NSString stringWithFormat:@"%@.swf", [self identifier]];
+  (void)vireonix::core::copyFile(path([folder stringByAppendingPathComponent:ownMovie]),
+                                 path([folder stringByAppendingPathComponent:kMovie]));
 }
 
 @end

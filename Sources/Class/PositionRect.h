@@ -1,5 +1,5 @@
-// The position record: where the slider stands on the page. Written and read by the main thread;
-// the thread that saves reads a copy.
+// The position record: where the slider stands on the page. The main thread's, apart from the six
+// values: any thread may read and write them, each alone or all at once.
 #import <AppKit/AppKit.h>
 
 #include "Core/position.h"
@@ -24,19 +24,20 @@
 - (void)saveToFile:(NSString *)path;
 
 /// Margins: distance from the page edge of that name in percent of the page's width or height.
-@property(nonatomic, assign) float left;
-@property(nonatomic, assign) float top;
-@property(nonatomic, assign) float right;
-@property(nonatomic, assign) float bottom;
+@property(assign) float left;
+@property(assign) float top;
+@property(assign) float right;
+@property(assign) float bottom;
 /// Percent.
-@property(nonatomic, assign) float transparency;
+@property(assign) float transparency;
 /// The tag of the chosen layer button.
-@property(nonatomic, assign) int32_t layer;
+@property(assign) int32_t layer;
 
 /// As getObjectFrameWithSize: of `rect`; a zero rectangle for nil.
 + (NSRect)getObjectFrameWith:(PositionRect *)rect OutlineSize:(NSSize)size;
 
-/// The six values at once, by way of the accessors above.
+/// The six values at once, by way of the accessors above. What one thread reads so is never half of
+/// what another writes so.
 - (vireonix::core::Position)position;
 - (void)setPosition:(const vireonix::core::Position &)position;
 

@@ -31,16 +31,21 @@
 }
 
 - (vireonix::core::Position)position {
-  return {[self left], [self top], [self right], [self bottom], [self transparency], [self layer]};
+  @synchronized(self) {
+    return {[self left],   [self top],          [self right],
+            [self bottom], [self transparency], [self layer]};
+  }
 }
 
 - (void)setPosition:(const vireonix::core::Position &)position {
-  [self setLeft:position.left];
-  [self setTop:position.top];
-  [self setRight:position.right];
-  [self setBottom:position.bottom];
-  [self setTransparency:position.transparency];
-  [self setLayer:position.layer];
+  @synchronized(self) {
+    [self setLeft:position.left];
+    [self setTop:position.top];
+    [self setRight:position.right];
+    [self setBottom:position.bottom];
+    [self setTransparency:position.transparency];
+    [self setLayer:position.layer];
+  }
 }
 
 @end

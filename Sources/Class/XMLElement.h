@@ -4,10 +4,8 @@
 
 #include "Core/xml.h"
 
-#include <memory>
-
 @interface XMLElement : NSObject {
-  std::shared_ptr<const vireonix::core::xml::Node> node_;
+  vireonix::core::xml::Tree node_;
 }
 
 /// The root element of a file: parsed strictly, else leniently, else nil.
@@ -17,8 +15,10 @@
 + (XMLElement *)elementWithXMLString:(NSString *)text;
 
 /// Wraps a node; nil for none. A pointer into a larger tree keeps that tree alive.
-+ (XMLElement *)elementWithNode:(std::shared_ptr<const vireonix::core::xml::Node>)node;
++ (XMLElement *)elementWithNode:(vireonix::core::xml::Tree)node;
 
+/// The node with its tree.
+- (vireonix::core::xml::Tree)tree;
 /// The node, valid as long as the receiver.
 - (const vireonix::core::xml::Node *)node;
 

@@ -7,32 +7,26 @@ using vireonix::bridge::path;
 using vireonix::bridge::string;
 using vireonix::bridge::utf8;
 
-namespace {
-
-XMLElement *elementOf(std::optional<xml::Node> root) {
-  if (!root)
-    return nil;
-  return [XMLElement elementWithNode:std::make_shared<const xml::Node>(*std::move(root))];
-}
-
-} // namespace
-
 @implementation XMLElement
 
 + (XMLElement *)rootElementOfFile:(NSString *)file {
-  return elementOf(xml::parseFile(path(file)));
+  return [self elementWithNode:xml::parseFile(path(file))];
 }
 
 + (XMLElement *)elementWithXMLString:(NSString *)text {
-  return elementOf(xml::parse(utf8(text), xml::Mode::Strict));
+  return [self elementWithNode:xml::parse(utf8(text), xml::Mode::Strict)];
 }
 
-+ (XMLElement *)elementWithNode:(std::shared_ptr<const xml::Node>)node {
++ (XMLElement *)elementWithNode:(xml::Tree)node {
   if (!node)
     return nil;
   XMLElement *made = [[[self alloc] init] autorelease];
   made->node_ = std::move(node);
   return made;
+}
+
+- (xml::Tree)tree {
+  return node_;
 }
 
 - (const xml::Node *)node {
@@ -69,13 +63,13 @@ XMLElement *elementOf(std::optional<xml::Node> root) {
 }
 
 - (NSString *)attributeForName:(NSString *)name {
-  const std::string *value = node_->attribute(utf8(name));
+  const std::string_view *value = node_->attribute(utf8(name));
   return value != nullptr ? string(*value) : nil;
 }
 
 // A child shares the tree that it stands in.
 - (XMLElement *)elementWithChild:(const xml::Node &)child {
-  return [XMLElement elementWithNode:std::shared_ptr<const xml::Node>(node_, &child)];
+  return [XMLElement elementWithNode:xml::Tree(node_, &child)];
 }
 
 - (NSArray *)children {

@@ -2,10 +2,12 @@
 
 #include "file_tree.h"
 
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include <algorithm>
 #include <atomic>
+#include <cerrno>
 #include <charconv>
 #include <chrono>
 
@@ -45,11 +47,16 @@ Status writeBackupMark(std::string_view backup, const BackupMark& mark) {
 }
 
 std::optional<BackupMark> readBackupMark(std::string_view backup) {
-  const std::optional<std::string> text = readFile(backupMarkPath(backup));
-  if (!text)
+  const std::string path = backupMarkPath(backup);
+  const std::optional<std::string> text = readFile(path);
+  struct stat info {};
+  if (!text && lstat(path.c_str(), &info) != 0 && errno == ENOENT)
     return std::nullopt;
-  std::string_view rest = *text;
   BackupMark mark;
+  mark.isUnreadable = !text;
+  if (!text)
+    return mark;
+  std::string_view rest = *text;
   if (takeLine(rest) != kHeading)
     return mark;
   mark.session = takeLine(rest);

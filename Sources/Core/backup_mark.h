@@ -19,6 +19,8 @@ struct BackupMark {
   std::string session;
   /// The canonical path of the workspace; empty as long as no backup has been taken.
   std::string workspace;
+  /// There is a mark, and it is not known what it says.
+  bool isUnreadable = false;
 };
 
 std::string newBackupSession();
@@ -26,7 +28,7 @@ std::string backupMarkPath(std::string_view backup);
 
 Status writeBackupMark(std::string_view backup, const BackupMark& mark);
 
-/// Nothing when there is no mark; one that cannot be understood is of an unknown session.
+/// Nothing when there is no mark; one that cannot be read or understood is of an unknown session.
 std::optional<BackupMark> readBackupMark(std::string_view backup);
 
 } // namespace vireonix::core

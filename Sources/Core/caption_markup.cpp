@@ -55,8 +55,8 @@ std::optional<Caption> parseWrittenForm(std::string_view markup) {
       .text = std::string(markup), .size = std::string(*size), .color = std::string(*color)};
 }
 
-std::optional<std::string> copied(const std::string* value) {
-  return value != nullptr ? std::optional(*value) : std::nullopt;
+std::optional<std::string> copied(const std::string_view* value) {
+  return value != nullptr ? std::optional<std::string>(*value) : std::nullopt;
 }
 
 bool isWhiteSpace(const xml::Node& node) {
@@ -69,10 +69,10 @@ bool isWhiteSpace(const xml::Node& node) {
 std::optional<Caption> parseCaption(std::string_view markup) {
   if (auto caption = parseWrittenForm(markup))
     return caption;
-  const auto root = xml::parse(markup, xml::Mode::Strict);
+  const xml::Tree root = xml::parse(markup, xml::Mode::Strict);
   if (!root)
     return std::nullopt;
-  const auto first = std::ranges::find_if_not(root->children, isWhiteSpace);
+  const auto* const first = std::ranges::find_if_not(root->children, isWhiteSpace);
   if (first == root->children.end())
     return Caption{};
   return Caption{.text = first->stringValue(),
@@ -80,12 +80,13 @@ std::optional<Caption> parseCaption(std::string_view markup) {
                  .color = copied(first->attribute("color"))};
 }
 
-std::string captionMarkup(const std::string* text, const std::string* size,
-                          const std::string* color) {
+std::string captionMarkup(std::optional<std::string_view> text,
+                          std::optional<std::string_view> size,
+                          std::optional<std::string_view> color) {
   std::string markup;
-  auto add = [&markup](std::string_view before, const std::string* value) {
+  auto add = [&markup](std::string_view before, std::optional<std::string_view> value) {
     markup += before;
-    markup += value != nullptr ? std::string_view(*value) : kNoValue;
+    markup += value.value_or(kNoValue);
   };
   add(kBeforeSize, size);
   add(kBeforeColor, color);

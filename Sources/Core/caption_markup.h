@@ -28,8 +28,9 @@ struct Caption {
 /// space skipped. Nothing when the markup is no well-formed element.
 std::optional<Caption> parseCaption(std::string_view markup);
 
-/// The markup of a caption; a null value is written as "(null)".
-std::string captionMarkup(const std::string* text, const std::string* size,
-                          const std::string* color);
+/// The markup of a caption; a missing value is written as "(null)".
+std::string captionMarkup(std::optional<std::string_view> text,
+                          std::optional<std::string_view> size,
+                          std::optional<std::string_view> color);
 
 } // namespace vireonix::core::slider

@@ -5,9 +5,17 @@
 
 #include <unistd.h>
 
+#include <cerrno>
 #include <utility>
 
 namespace vireonix::core {
+
+/// What the call answers once no signal interrupts it: a number, -1 being a failure told by errno.
+template <typename Call> auto uninterrupted(Call call) {
+  for (;;)
+    if (const auto result = call(); result != -1 || errno != EINTR)
+      return result;
+}
 
 class Descriptor {
 public:

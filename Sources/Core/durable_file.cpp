@@ -7,7 +7,9 @@
 
 #include <fcntl.h>
 
+#include <array>
 #include <cerrno>
+#include <chrono>
 #include <optional>
 
 namespace vireonix::core {
@@ -50,10 +52,37 @@ int copyBefore(const Existing& existing, const TemporaryFile& file) {
   return lseek(file.fd(), 0, SEEK_END) < 0 ? errno : 0;
 }
 
+FileState stateOf(const struct stat& info) {
+  const timespec modified = calls::modificationTime(info);
+  const timespec changed = calls::changeTime(info);
+  return {.device = info.st_dev,
+          .number = info.st_ino,
+          .size = info.st_size,
+          .modifiedSeconds = modified.tv_sec,
+          .modifiedNanoseconds = modified.tv_nsec,
+          .changedSeconds = changed.tv_sec,
+          .changedNanoseconds = changed.tv_nsec};
+}
+
+// Sets the modification time back by the least there is: whoever writes to the file in this very
+// tick of the clock sets it to another one.
+bool markAsOurs(int file) {
+  struct stat info {};
+  if (fstat(file, &info) != 0)
+    return false;
+  timespec modified = calls::modificationTime(info);
+  if (--modified.tv_nsec < 0) {
+    modified.tv_nsec = 999'999'999;
+    --modified.tv_sec;
+  }
+  const std::array times = {timespec{.tv_sec = 0, .tv_nsec = UTIME_OMIT}, modified};
+  return futimens(file, times.data()) == 0;
+}
+
 enum class Content { Replaced, Extended };
 
 int write(const EntryPlace& place, const Existing& existing, Content content,
-          std::string_view bytes, Durability durability) {
+          std::string_view bytes, Durability durability, std::optional<FileState>* made) {
   removeAbandonedFiles(place.folder.get());
   const bool isSynced = durability == Durability::Machine;
   TemporaryFile file(place.folder.get());
@@ -64,10 +93,15 @@ int write(const EntryPlace& place, const Existing& existing, Content content,
     error = writeAll(file.fd(), bytes.data(), bytes.size());
   if (error == 0 && existing.isThere)
     error = keepAttributes(existing.file.get(), existing.info, file.fd());
+  const bool isMarked = error == 0 && made != nullptr && markAsOurs(file.fd());
   if (error == 0 && isSynced)
     error = calls::sync(file.fd());
   if (error == 0)
     error = file.replace(place.name);
+  // The name may lead to another program's file by now: the open file is ours.
+  struct stat info {};
+  if (error == 0 && isMarked && fstat(file.fd(), &info) == 0)
+    *made = stateOf(info);
   if (error == 0 && isSynced)
     error = syncFolder(place.folder.get());
   return error;
@@ -79,18 +113,31 @@ Status statusOf(int error, std::string_view path) {
 
 } // namespace
 
-Status replaceFile(std::string_view path, std::string_view bytes, Durability durability) {
+std::optional<FileState> fileState(std::string_view path) {
+  struct stat info {};
+  return stat(std::string(path).c_str(), &info) == 0 ? std::optional(stateOf(info)) : std::nullopt;
+}
+
+bool isSettled(const FileState& state) {
+  constexpr std::chrono::seconds kCoarsestTick{2};
+  const std::chrono::seconds changed{state.changedSeconds};
+  return changed + kCoarsestTick < std::chrono::system_clock::now().time_since_epoch();
+}
+
+Status replaceFile(std::string_view path, std::string_view bytes, Durability durability,
+                   std::optional<FileState>* made) {
   const EntryPlace place = placeOf(path);
   if (place.error != 0)
     return statusOf(place.error, path);
   Existing existing;
   const int folder = place.folder.get();
-  existing.isThere =
-      fstatat(folder, place.name.c_str(), &existing.info, AT_SYMLINK_NOFOLLOW) == 0 &&
-      S_ISREG(existing.info.st_mode);
+  if (fstatat(folder, place.name.c_str(), &existing.info, AT_SYMLINK_NOFOLLOW) == 0)
+    existing.isThere = S_ISREG(existing.info.st_mode);
+  else if (errno != ENOENT)
+    return statusOf(errno, path); // Its mode could not be kept.
   if (existing.isThere)
     existing.file = openRegular({folder, place.name}, existing.info);
-  return statusOf(write(place, existing, Content::Replaced, bytes, durability), path);
+  return statusOf(write(place, existing, Content::Replaced, bytes, durability, made), path);
 }
 
 Status appendToFile(std::string_view path, std::string_view bytes) {
@@ -102,7 +149,8 @@ Status appendToFile(std::string_view path, std::string_view bytes) {
   existing.isThere = existing.file.isOpen();
   if (!existing.isThere && errno != ENOENT)
     return statusOf(errno, path);
-  return statusOf(write(place, existing, Content::Extended, bytes, Durability::Machine), path);
+  return statusOf(write(place, existing, Content::Extended, bytes, Durability::Machine, nullptr),
+                  path);
 }
 
 std::optional<std::string> readFile(std::string_view path) {

@@ -78,7 +78,7 @@ int copyAroundHoles(int from, int to, off_t size) {
       return error;
     offset = end;
   }
-  return ftruncate(to, size) == 0 ? 0 : errno;
+  return uninterrupted([&] { return ftruncate(to, size); }) == 0 ? 0 : errno;
 }
 
 bool ownerDiffers(const struct stat& first, const struct stat& second) {
@@ -105,7 +105,8 @@ int applyLinkAttributes(EntryAt to, const struct stat& like) {
 }
 
 Descriptor openRegularAt(int folder, const char* name, int flags, struct stat& info) {
-  Descriptor opened(openat(folder, name, O_RDONLY | O_NONBLOCK | O_CLOEXEC | flags));
+  Descriptor opened(uninterrupted(
+      [&] { return openat(folder, name, O_RDONLY | O_NONBLOCK | O_CLOEXEC | flags); }));
   if (!opened.isOpen())
     return opened;
   const int error = fstat(opened.get(), &info) == 0 ? 0 : errno;
@@ -121,8 +122,9 @@ int copyRegular(EntryAt from, EntryAt to) {
   const Descriptor in = openRegular(from, info);
   if (!in.isOpen())
     return errno;
-  const Descriptor out(openat(to.folder, to.name.c_str(),
-                              O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, 0600));
+  constexpr int kNew = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
+  const Descriptor out(
+      uninterrupted([&] { return openat(to.folder, to.name.c_str(), kNew, 0600); }));
   if (!out.isOpen())
     return errno;
   int error = copyData(in.get(), out.get());

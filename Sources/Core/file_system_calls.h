@@ -36,5 +36,7 @@ int makeSpecial(int folder, const char* name, const struct stat& like);
 
 timespec accessTime(const struct stat& info);
 timespec modificationTime(const struct stat& info);
+/// When the entry was last changed in any way; no program can set it.
+timespec changeTime(const struct stat& info);
 
 } // namespace vireonix::core::calls

@@ -11,6 +11,8 @@
 #include "core_border.h"
 #include "status.h"
 
+#include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -18,7 +20,11 @@
 
 namespace vireonix::core {
 
-/// Whether something is there, links followed: a dangling link is nothing.
+/// 0 when something is there, links followed, and ENOENT when nothing is; a dangling link is
+/// nothing. Any other error when it cannot be told: such a place must not be taken for empty.
+[[nodiscard]] int errorAt(std::string_view path);
+
+/// Whether something is seen there: errorAt is 0.
 [[nodiscard]] bool exists(std::string_view path);
 
 /// Whether a folder, or a link to one, is there.
@@ -33,8 +39,39 @@ namespace vireonix::core {
 /// regular file.
 [[nodiscard]] std::optional<std::string> readFile(std::string_view path);
 
+/// Which file it is, and in which state: differs after any change, however the file's times are
+/// set, unless two changes fall in one tick of the file system's clock (see `isSettled`) and leave
+/// the size as it was.
+struct FileState {
+  std::uint64_t device = 0;
+  std::uint64_t number = 0;
+  std::int64_t size = 0;
+  std::int64_t modifiedSeconds = 0;
+  std::int64_t modifiedNanoseconds = 0;
+  std::int64_t changedSeconds = 0;
+  std::int64_t changedNanoseconds = 0;
+
+  bool operator==(const FileState&) const = default;
+};
+
+/// The state of what is there, links followed; nothing when nothing is.
+[[nodiscard]] std::optional<FileState> fileState(std::string_view path);
+
+/// Whether any change from now on gives the file another state: its last change lies further back
+/// than the coarsest clock of file systems ticks, 2 seconds.
+[[nodiscard]] bool isSettled(const FileState& state);
+
 /// Makes the folder and those that lead to it. A folder that is there already is a success.
 Status createFolders(std::string_view path);
+
+/// Puts what belongs there into the folder whose path it is given.
+using FolderFiller = std::function<void(const std::string& folder)>;
+
+/// Makes a folder, with those that lead to it, that appears at `path` with all that `fill` puts in:
+/// a process killed meanwhile leaves nothing at `path`, and what it left beside is removed by the
+/// next call. Where no folder can be made beside, or when something is at `path` already, `fill`
+/// works at `path` itself.
+Status makeFolderWhole(std::string_view path, const FolderFiller& fill);
 
 struct MergeOptions {
   /// Without it, entries of the source's top level whose name begins with "." stay behind with all
@@ -92,9 +129,12 @@ enum class Durability { Machine, Process };
 /// of the folder (no sync for Durability::Process). The mode of an existing file is kept. Where a
 /// link stands, the link itself is replaced by a file, never what it leads to. On failure the old
 /// file is whole, and no temporary file stays. Temporary files that killed processes left in the
-/// folder are removed.
+/// folder are removed. Where the new file stands, `made` becomes its state, which differs from the
+/// state after any write by another program, even in the same tick of the clock: the modification
+/// time is set back a nanosecond for that. Where it cannot be set, `made` stays as it is.
 Status replaceFile(std::string_view path, std::string_view bytes,
-                   Durability durability = Durability::Machine);
+                   Durability durability = Durability::Machine,
+                   std::optional<FileState>* made = nullptr);
 
 /// Like replaceFile, surviving the machine failing, with `bytes` added behind the present content,
 /// which is not read into memory.

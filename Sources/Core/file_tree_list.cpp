@@ -27,9 +27,17 @@ public:
 
 } // namespace
 
-bool exists(std::string_view path) {
+int errorAt(std::string_view path) {
+  if (path.find('\0') != path.npos)
+    return ENOENT;
   struct stat info {};
-  return statOf(path, info);
+  if (stat(std::string(path).c_str(), &info) == 0)
+    return 0;
+  return errno == ENOTDIR || errno == ELOOP ? ENOENT : errno;
+}
+
+bool exists(std::string_view path) {
+  return errorAt(path) == 0;
 }
 
 bool isFolder(std::string_view path) {

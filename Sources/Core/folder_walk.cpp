@@ -27,11 +27,13 @@ Descriptor openFolder(std::string_view path) {
     errno = EINVAL;
     return {};
   }
-  return Descriptor(open(std::string(path).c_str(), kFolderFlags));
+  const std::string name(path);
+  return Descriptor(uninterrupted([&] { return open(name.c_str(), kFolderFlags); }));
 }
 
 Descriptor openFolderIn(int folder, const std::string& name) {
-  return Descriptor(openat(folder, name.c_str(), kFolderFlags | O_NOFOLLOW));
+  return Descriptor(
+      uninterrupted([&] { return openat(folder, name.c_str(), kFolderFlags | O_NOFOLLOW); }));
 }
 
 EntryPlace placeOf(std::string_view path) {

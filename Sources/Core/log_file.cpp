@@ -2,7 +2,9 @@
 
 #include "file_tree.h"
 
+#include <fcntl.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include <algorithm>
 #include <cerrno>
@@ -56,15 +58,30 @@ void thinOut(const std::string& folder) {
   (void)removeTree(folder + "/" + *first);
 }
 
-Status rotate(const std::string& folder, const std::string& log, const LogClock& clock) {
+/// Gives the log a place among the backups, unless its name there is taken: then its entries are
+/// given up.
+Status putAway(const std::string& log, const std::string& backup) {
+  // A second name needs no room and cannot be half done.
+  if (linkat(AT_FDCWD, log.c_str(), AT_FDCWD, backup.c_str(), AT_SYMLINK_FOLLOW) == 0)
+    return Status::success();
+  Status copied = copyFile(log, backup);
+  return copied.error == EEXIST ? Status::success() : copied;
+}
+
+struct Rotation {
+  Status putAway;
+  Status emptied;
+};
+
+Rotation rotate(const std::string& folder, const std::string& log, const LogClock& clock) {
   const std::string backups = folder + "/backupLog";
-  const std::string backup = backups + "/" + fileStamp(clock()) + std::string(kExtension);
   (void)createFolders(backups);
-  // A name that is taken, or a full disk, costs the old entries: the log must not grow for ever.
-  (void)copyFile(log, backup);
-  Status emptied = replaceFile(log, {});
+  Rotation done;
+  done.putAway = putAway(log, backups + "/" + fileStamp(clock()) + std::string(kExtension));
+  // The log must not grow for ever, whatever became of the old entries.
+  done.emptied = replaceFile(log, {});
   thinOut(backups);
-  return emptied;
+  return done;
 }
 
 } // namespace
@@ -79,17 +96,18 @@ Status appendToLog(std::string_view folder, std::optional<std::string_view> mess
   const bool isThere = stat(log.c_str(), &info) == 0;
   if (isThere && !S_ISREG(info.st_mode))
     return Status::failure(EINVAL, log);
-  Status status;
+  Rotation rotation;
   if (isThere && info.st_size > kLargestLog) {
-    status = rotate(base, log, clock);
+    rotation = rotate(base, log, clock);
     info.st_size = 0;
   } else if (!isThere && !message) {
-    status = replaceFile(log, {});
+    rotation.emptied = replaceFile(log, {});
   }
-  if (!message || !status.ok())
-    return status;
-  const std::string separator = info.st_size > 0 ? "\n" : "";
-  return appendToFile(log, separator + clock() + "{bundle}:" + std::string(*message));
+  Status added = rotation.emptied;
+  if (message && added.ok())
+    added = appendToFile(log, (info.st_size > 0 ? "\n" : "") + clock() +
+                                  "{bundle}:" + std::string(*message));
+  return added.ok() ? rotation.putAway : added;
 }
 
 } // namespace vireonix::core

@@ -1,6 +1,7 @@
 #include "media_file.h"
 
-#include <algorithm>
+#include "workspace_path.h"
+
 #include <exception>
 #include <filesystem>
 #include <system_error>
@@ -9,29 +10,14 @@ namespace vireonix::core {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-bool isWithin(const fs::path& folder, const fs::path& outer) {
-  return std::ranges::mismatch(outer, folder).in1 == outer.end();
-}
-
-bool remove(const fs::path& workspace, const fs::path& relative) {
-  const fs::path name = relative.filename();
-  if (relative.is_absolute() || name.empty() || name == "." || name == "..")
-    return false;
-  const fs::path root = fs::canonical(workspace);
-  const fs::path folder = fs::canonical(workspace / relative.parent_path());
-  if (!isWithin(folder, root))
-    return false;
-  const fs::file_status status = fs::symlink_status(folder / name);
-  return (fs::is_regular_file(status) || fs::is_symlink(status)) && fs::remove(folder / name);
-}
-
-} // namespace
-
 bool removeMediaFile(std::string_view workspace, std::string_view relativePath) {
   try {
-    return remove(workspace, relativePath);
+    const fs::path name = fs::path(relativePath).filename();
+    if (name.empty() || name == "." || name == ".." || !isInsideWorkspace(workspace, relativePath))
+      return false;
+    const fs::path file = fs::path(workspace) / relativePath;
+    const fs::file_status status = fs::symlink_status(file);
+    return (fs::is_regular_file(status) || fs::is_symlink(status)) && fs::remove(file);
   } catch (const std::exception&) {
     return false;
   }

@@ -15,6 +15,7 @@
 #include "xml.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <initializer_list>
 #include <optional>
 #include <string>
@@ -40,28 +41,43 @@ inline constexpr std::string_view kStartDirection = "Animation_Start_Direction";
 inline constexpr std::string_view kBackgroundImage = "Background_image";
 
 /// A text object: values by key, in the order in which the keys were first set. Keys are few, so
-/// looking one up walks them.
+/// looking one up walks them. All characters stand in one string: a document has a hundred thousand
+/// keys and values before it has ten thousand captions.
 class TextObject {
 public:
-  using Entry = std::pair<std::string, std::string>;
+  using Entry = std::pair<std::string_view, std::string_view>;
 
   TextObject() = default;
-  TextObject(std::initializer_list<Entry> entries) : entries_(entries) {}
+  TextObject(std::initializer_list<Entry> entries);
 
-  void set(std::string_view key, std::string value);
-  /// Makes room for that many keys.
-  void reserve(std::size_t keys) { entries_.reserve(keys); }
-  /// The value, or null.
-  [[nodiscard]] const std::string* find(std::string_view key) const;
+  /// The key and the value must not be part of this text object.
+  void set(std::string_view key, std::string_view value);
+  /// Makes room for that many keys, and characters of keys and values together.
+  void reserve(std::size_t keys, std::size_t characters);
 
-  [[nodiscard]] auto begin() const { return entries_.begin(); }
-  [[nodiscard]] auto end() const { return entries_.end(); }
-  [[nodiscard]] std::size_t size() const { return entries_.size(); }
+  // What these answer is valid until the text object is changed.
+  /// The value, or nothing.
+  [[nodiscard]] std::optional<std::string_view> find(std::string_view key) const;
+  /// The key and value at an index below `size`.
+  [[nodiscard]] Entry at(std::size_t index) const;
+  [[nodiscard]] std::size_t size() const { return places_.size(); }
 
   bool operator==(const TextObject&) const = default;
 
 private:
-  std::vector<Entry> entries_;
+  // A key and, behind it, its value.
+  struct Place {
+    std::uint32_t start;
+    std::uint32_t keySize;
+    std::uint32_t valueSize;
+
+    bool operator==(const Place&) const = default;
+  };
+
+  void replaceValue(std::size_t index, std::string_view value);
+
+  std::string characters_;
+  std::vector<Place> places_;
 };
 
 struct Slide {
@@ -102,8 +118,32 @@ struct DocumentShape {
   const xml::Node* slide = nullptr;
 };
 
-/// The whole document as UTF-8. A text object is written with exactly the attributes of the
+/// Writes a document slide by slide, as UTF-8. What the shape points to must outlive the writer.
+/// A text object is written with exactly the attributes of the
 /// template's first text object; where there is no template, with its own.
+class DocumentWriter {
+public:
+  /// Writes into the memory of `buffer`, whose content is dropped: that of the last document, which
+  /// is about as long.
+  explicit DocumentWriter(const DocumentShape& shape, std::string buffer = {});
+
+  void startSlide(std::optional<std::string_view> backgroundImage);
+  void textObject(const TextObject& record);
+  /// A text object as `textObjectMarkup` has made it for the same template slide.
+  void textObjectMarkup(std::string_view markup) { out_.markup(markup); }
+  void endSlide();
+  /// Ends the document; the writer is used up.
+  [[nodiscard]] std::string finish();
+
+private:
+  xml::Writer out_;
+  const xml::Node* slide_;
+};
+
+/// The markup of one text object in the shape of a template slide, which may be null.
+std::string textObjectMarkup(const TextObject& record, const xml::Node* templateSlide);
+
+/// The whole document of a list of slides.
 std::string writeDocument(const std::vector<Slide>& slides, const DocumentShape& shape);
 
 } // namespace vireonix::core::slider

@@ -7,9 +7,9 @@
 namespace vireonix::core::slider {
 namespace {
 
-void setIfGiven(TextObject& record, std::string_view key, std::optional<std::string>&& value) {
+void setIfGiven(TextObject& record, std::string_view key, const std::optional<std::string>& value) {
   if (value)
-    record.set(key, *std::move(value));
+    record.set(key, *value);
 }
 
 std::optional<Caption> captionIn(const xml::Node& element) {
@@ -19,12 +19,12 @@ std::optional<Caption> captionIn(const xml::Node& element) {
 }
 
 void addCaption(const xml::Node& captionElement, TextObject& record) {
-  std::optional<Caption> caption = captionIn(captionElement);
+  const std::optional<Caption> caption = captionIn(captionElement);
   if (!caption)
     return;
-  setIfGiven(record, kText, std::move(caption->text));
-  setIfGiven(record, kSize, std::move(caption->size));
-  setIfGiven(record, kColor, std::move(caption->color));
+  setIfGiven(record, kText, caption->text);
+  setIfGiven(record, kSize, caption->size);
+  setIfGiven(record, kColor, caption->color);
 }
 
 void addTextElement(const xml::Node& element, TextObject& record) {
@@ -37,10 +37,17 @@ void addTextElement(const xml::Node& element, TextObject& record) {
 }
 
 // Empty but for the image; with room for what such an element gives.
-TextObject startingWith(const std::string* backgroundImage, const xml::Node& element) {
+TextObject startingWith(const std::string_view* backgroundImage, const xml::Node& element) {
   constexpr std::size_t kCaptionKeys = 3;
+  std::size_t characters = kBackgroundImage.size() + kText.size() + kSize.size() + kColor.size();
+  if (backgroundImage != nullptr)
+    characters += backgroundImage->size();
+  for (const xml::Attribute& attribute : element.attributes)
+    characters += attribute.name.size() + attribute.value.size();
+  for (const xml::Node& child : element.children)
+    characters += child.children.size() == 1 ? child.children.front().content.size() : 0;
   TextObject record;
-  record.reserve(1 + element.attributes.size() + kCaptionKeys);
+  record.reserve(1 + element.attributes.size() + kCaptionKeys, characters);
   if (backgroundImage != nullptr)
     record.set(kBackgroundImage, *backgroundImage);
   return record;
@@ -48,7 +55,7 @@ TextObject startingWith(const std::string* backgroundImage, const xml::Node& ele
 
 Slide readSlide(const xml::Node& element) {
   Slide slide;
-  const std::string* image = element.attribute(kBackgroundImage);
+  const std::string_view* image = element.attribute(kBackgroundImage);
   if (image != nullptr)
     slide.backgroundImage = *image;
   slide.textObjects.reserve(element.children.size());
@@ -63,6 +70,7 @@ Slide readSlide(const xml::Node& element) {
 
 std::vector<Slide> readSlides(const xml::Node& container) {
   std::vector<Slide> slides;
+  slides.reserve(container.children.size());
   for (const xml::Node& child : container.children) {
     if (child.isElement(kSlideElement))
       slides.push_back(readSlide(child));
@@ -71,19 +79,6 @@ std::vector<Slide> readSlides(const xml::Node& container) {
 }
 
 } // namespace
-
-void TextObject::set(std::string_view key, std::string value) {
-  const auto found = std::ranges::find(entries_, key, &Entry::first);
-  if (found != entries_.end())
-    found->second = std::move(value);
-  else
-    entries_.emplace_back(key, std::move(value));
-}
-
-const std::string* TextObject::find(std::string_view key) const {
-  const auto found = std::ranges::find(entries_, key, &Entry::first);
-  return found != entries_.end() ? &found->second : nullptr;
-}
 
 Document readDocument(const xml::Node& root) {
   Document document;
@@ -111,8 +106,8 @@ const xml::Node* templateSlide(const xml::Node& root) {
 std::vector<std::string> styleNames(const xml::Node& styles) {
   std::vector<std::string> names;
   for (const xml::Node& child : styles.children) {
-    if (const std::string* name = child.attribute(kStyleNameAttribute))
-      names.push_back(*name);
+    if (const std::string_view* name = child.attribute(kStyleNameAttribute))
+      names.emplace_back(*name);
   }
   return names;
 }

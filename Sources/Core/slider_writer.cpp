@@ -2,6 +2,8 @@
 #include "slider_document.h"
 #include "slider_names.h"
 
+#include <utility>
+
 namespace vireonix::core::slider {
 namespace {
 
@@ -25,15 +27,14 @@ std::string_view nameOf(const xml::Node* shape) {
 }
 
 void writeShapedAttributes(xml::Writer& out, const xml::Node& shape, const TextObject& record) {
-  for (const xml::Attribute& attribute : shape.attributes) {
-    const std::string* own = record.find(attribute.name);
-    out.attribute(attribute.name, own != nullptr ? *own : attribute.value);
-  }
+  for (const xml::Attribute& attribute : shape.attributes)
+    out.attribute(attribute.name, record.find(attribute.name).value_or(attribute.value));
 }
 
 // Without a template nothing that was read may be lost.
 void writeOwnAttributes(xml::Writer& out, const TextObject& record) {
-  for (const auto& [key, value] : record) {
+  for (std::size_t i = 0; i < record.size(); ++i) {
+    const auto [key, value] = record.at(i);
     const bool elsewhere = key == kText || key == kSize || key == kColor || key == kBackgroundImage;
     if (!elsewhere)
       out.attribute(key, value);
@@ -56,45 +57,72 @@ void writeTextObject(xml::Writer& out, const TextObject& record, const TextShape
   out.endElement(name);
 }
 
-void writeSlideAttributes(xml::Writer& out, const Slide& slide, const xml::Node& shape) {
+void writeSlideAttributes(xml::Writer& out, std::optional<std::string_view> backgroundImage,
+                          const xml::Node& shape) {
   for (const xml::Attribute& attribute : shape.attributes) {
     if (attribute.name != kBackgroundImage)
       out.attribute(attribute.name, attribute.value);
-    else if (slide.backgroundImage)
-      out.attribute(kBackgroundImage, *slide.backgroundImage);
+    else if (backgroundImage)
+      out.attribute(kBackgroundImage, *backgroundImage);
   }
-}
-
-void writeSlide(xml::Writer& out, const Slide& slide, const xml::Node* shape) {
-  out.startElement(kSlideElement);
-  if (shape != nullptr)
-    writeSlideAttributes(out, slide, *shape);
-  else if (slide.backgroundImage)
-    out.attribute(kBackgroundImage, *slide.backgroundImage);
-  const TextShape texts = textShape(shape);
-  for (const TextObject& record : slide.textObjects)
-    writeTextObject(out, record, texts);
-  out.endElement(kSlideElement);
 }
 
 } // namespace
 
-std::string writeDocument(const std::vector<Slide>& slides, const DocumentShape& shape) {
-  xml::Writer out;
-  out.declaration();
-  out.startElement(kRootElement);
+DocumentWriter::DocumentWriter(const DocumentShape& shape, std::string buffer)
+    : out_(std::move(buffer)), slide_(shape.slide) {
+  out_.declaration();
+  out_.startElement(kRootElement);
   if (shape.root != nullptr) {
     for (const xml::Attribute& attribute : shape.root->attributes)
-      out.attribute(attribute.name, attribute.value);
+      out_.attribute(attribute.name, attribute.value);
   }
   if (shape.styles != nullptr)
-    out.node(*shape.styles);
-  out.startElement(kContainerElement);
-  for (const Slide& slide : slides)
-    writeSlide(out, slide, shape.slide);
-  out.endElement(kContainerElement);
-  out.endElement(kRootElement);
-  return out.take();
+    out_.node(*shape.styles);
+  out_.startElement(kContainerElement);
+}
+
+void DocumentWriter::startSlide(std::optional<std::string_view> backgroundImage) {
+  out_.startElement(kSlideElement);
+  if (slide_ != nullptr)
+    writeSlideAttributes(out_, backgroundImage, *slide_);
+  else if (backgroundImage)
+    out_.attribute(kBackgroundImage, *backgroundImage);
+}
+
+void DocumentWriter::textObject(const TextObject& record) {
+  writeTextObject(out_, record, textShape(slide_));
+}
+
+void DocumentWriter::endSlide() {
+  out_.endElement(kSlideElement);
+}
+
+std::string DocumentWriter::finish() {
+  out_.endElement(kContainerElement);
+  out_.endElement(kRootElement);
+  return out_.take();
+}
+
+std::string textObjectMarkup(const TextObject& record, const xml::Node* templateSlide) {
+  constexpr std::size_t kMoreThanUsual = 512;
+  xml::Writer out;
+  out.reserve(kMoreThanUsual);
+  writeTextObject(out, record, textShape(templateSlide));
+  std::string markup = out.take();
+  markup.shrink_to_fit();
+  return markup;
+}
+
+std::string writeDocument(const std::vector<Slide>& slides, const DocumentShape& shape) {
+  DocumentWriter out(shape);
+  for (const Slide& slide : slides) {
+    out.startSlide(slide.backgroundImage);
+    for (const TextObject& record : slide.textObjects)
+      out.textObject(record);
+    out.endSlide();
+  }
+  return out.finish();
 }
 
 } // namespace vireonix::core::slider

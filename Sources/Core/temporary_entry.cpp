@@ -19,6 +19,7 @@ namespace vireonix::core {
 namespace {
 
 constexpr int kAttempts = 100;
+constexpr int kNewFile = O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC;
 
 // The process in a temporary name; 0 when it is none.
 pid_t processIn(std::string_view name, std::string_view prefix) {
@@ -77,12 +78,15 @@ TemporaryFile::~TemporaryFile() {
 int TemporaryFile::create(mode_t mode) {
   for (int attempt = 0; attempt < kAttempts; ++attempt) {
     std::string name = temporaryName(kTemporaryFilePrefix);
-    Descriptor file(
-        openat(folder_, name.c_str(), O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW | O_CLOEXEC, mode));
+    Descriptor file(uninterrupted([&] { return openat(folder_, name.c_str(), kNewFile, mode); }));
     if (!file.isOpen() && errno != EEXIST)
       return errno;
-    if (!file.isOpen() || !lockTemporary(file.get()))
-      continue; // A left-over of that name, or someone took ours for one.
+    if (!file.isOpen())
+      continue; // A left-over of that name.
+    if (!lockTemporary(file.get())) {
+      unlinkat(folder_, name.c_str(), 0); // Someone took ours for a left-over.
+      continue;
+    }
     file_ = std::move(file);
     name_ = std::move(name);
     return 0;

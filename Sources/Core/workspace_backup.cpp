@@ -1,10 +1,11 @@
 #include "workspace_backup.h"
 
 #include "backup_mark.h"
-#include "descriptor.h"
 #include "file_tree_exchange.h"
 #include "file_tree_remove.h"
+#include "folder_lock.h"
 #include "folder_walk.h"
+#include "staging_folder.h"
 #include "temporary_entry.h"
 
 #include <sys/stat.h>
@@ -12,9 +13,9 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <chrono>
 #include <climits>
 #include <csignal>
-#include <cstdio>
 #include <cstdlib>
 #include <memory>
 
@@ -22,8 +23,9 @@ namespace vireonix::core {
 
 namespace {
 
-constexpr std::string_view kRestoreKind = "restore";
 constexpr int kMostLinks = 40;
+// Another session copies a whole workspace while it has the backup folder to itself.
+constexpr std::chrono::seconds kPatience{30};
 
 bool isAnythingAt(const std::string& path) {
   struct stat info {};
@@ -81,67 +83,22 @@ bool isWithin(const std::string& inner, const std::string& outer) {
   return inner == outer || inner.starts_with(joined(outer, ""));
 }
 
+/// Sessions take turns: each looks at the mark and acts on it while no other can change it.
+FolderLock lockOf(std::string_view backup) {
+  return {folderOf(withoutEndSlashes(backup)), kPatience};
+}
+
 bool isRunning(pid_t process) {
   return process > 0 && (kill(process, 0) == 0 || errno == EPERM);
 }
 
-/// A tree made beside the workspace and locked, so that nobody takes it for a left-over.
-class Staging {
-public:
-  explicit Staging(const std::string& target)
-      : path_(temporaryName(siblingPrefix(target, kRestoreKind))) {}
-  /// What is at its place in the end, be it unfinished or outdated, goes.
-  ~Staging() {
-    if (made_)
-      (void)removeTree(path_);
-  }
-  Staging(const Staging&) = delete;
-  Staging& operator=(const Staging&) = delete;
-
-  [[nodiscard]] const std::string& path() const { return path_; }
-
-  /// Moves the backup in, which is possible on the same file system, or copies it.
-  Status fill(const std::string& backup) {
-    if (moveIn(backup))
-      return Status::success();
-    if (mkdir(path_.c_str(), S_IRWXU) != 0)
-      return Status::failure(errno, path_);
-    made_ = true;
-    lock_ = openFolder(path_);
-    if (!lock_.isOpen() || !lockTemporary(lock_.get()))
-      return Status::failure(EBUSY, path_);
-    return copyTree(backup, path_);
-  }
-
-  /// After a failure: gives back a backup that was moved in.
-  void giveBack(const std::string& backup) {
-    if (made_ && !isAnythingAt(backup))
-      made_ = std::rename(path_.c_str(), backup.c_str()) != 0;
-  }
-
-  /// Puts the tree into the target's place.
-  Status exchangeWith(const std::string& target) {
-    if (isAnythingAt(target))
-      return exchangeTrees(target, path_);
-    return std::rename(path_.c_str(), target.c_str()) == 0 ? Status::success()
-                                                           : Status::failure(errno, target);
-  }
-
-private:
-  bool moveIn(const std::string& backup) {
-    struct stat info {};
-    if (lstat(backup.c_str(), &info) != 0 || !S_ISDIR(info.st_mode))
-      return false;
-    lock_ = openFolder(backup);
-    made_ = lock_.isOpen() && lockTemporary(lock_.get()) &&
-            std::rename(backup.c_str(), path_.c_str()) == 0;
-    return made_;
-  }
-
-  std::string path_;
-  Descriptor lock_;
-  bool made_ = false;
-};
+/// Moves the backup in, which is possible on the same file system, or copies it.
+Status fill(StagingFolder& staging, const std::string& backup) {
+  if (staging.moveIn(backup))
+    return Status::success();
+  const Status made = staging.make(S_IRWXU);
+  return made.ok() ? copyTree(backup, staging.path()) : made;
+}
 
 Status restoreInPlace(const std::string& source, const std::string& target,
                       const Omissions& omissions) {
@@ -157,8 +114,8 @@ Status restoreTree(const std::string& backup, const std::string& target,
   if (!omissions.empty())
     return restoreInPlace(backup, target, omissions);
   (void)createFolders(folderOf(target));
-  Staging staging(target);
-  if (staging.fill(backup).ok() && staging.exchangeWith(target).ok())
+  StagingFolder staging(target, kRestoreKind);
+  if (fill(staging, backup).ok() && staging.takePlace().ok())
     return Status::success();
   staging.giveBack(backup);
   return restoreInPlace(isAnythingAt(backup) ? backup : staging.path(), target, omissions);
@@ -169,25 +126,43 @@ Status restoreTree(const std::string& backup, const std::string& target,
 WorkspaceBackup::WorkspaceBackup() : session_(newBackupSession()) {}
 
 Status WorkspaceBackup::prepare(std::string_view backup) {
-  state_ = State::NotTaken;
-  Status status = removeTree(backup);
-  // Marked before it is there: an empty folder without a mark would be taken for a backup.
-  for (const Status& next :
-       {createFolders(folderOf(withoutEndSlashes(backup))),
-        writeBackupMark(backup, {getpid(), session_, {}}), createFolders(backup)})
-    if (status.ok())
-      status = next;
-  return status;
+  const FolderLock lock = lockOf(backup);
+  return lock.isHeld() ? makeEmpty(backup) : Status::failure(EBUSY, std::string(backup));
 }
 
-bool WorkspaceBackup::isForeign(std::string_view backup) const {
+Status WorkspaceBackup::makeEmpty(std::string_view backup) {
+  state_ = State::NotTaken;
+  const std::string folder = withoutEndSlashes(backup);
+  Status status = discardTree(folder);
+  // What is out of the way and could not be deleted is no obstacle.
+  if (!isAnythingAt(folder))
+    status = Status::success();
+  // Marked before it is there: an empty folder without a mark would be taken for a backup.
+  if (status.ok())
+    status = createFolders(folderOf(folder));
+  if (status.ok())
+    status = writeBackupMark(
+        folder, {.process = getpid(), .session = session_, .workspace = {}, .isUnreadable = false});
+  return status.ok() ? createFolders(folder) : status;
+}
+
+WorkspaceBackup::Owner WorkspaceBackup::ownerOf(std::string_view backup) const {
   const std::optional<BackupMark> mark = readBackupMark(backup);
-  return mark && mark->session != session_;
+  if (mark && mark->isUnreadable)
+    return Owner::Unknown;
+  return mark && mark->session != session_ ? Owner::Another : Owner::ThisSession;
 }
 
 Status WorkspaceBackup::take(std::string_view workspace, std::string_view backup) {
-  if (!exists(backup))
+  const FolderLock lock = lockOf(backup);
+  if (!lock.isHeld()) {
+    state_ = State::Failed;
+    return Status::failure(EBUSY, std::string(backup));
+  }
+  const int backupError = errorAt(backup);
+  if (backupError == ENOENT)
     return Status::success();
+  const int error = errorAt(workspace);
   const std::string canonical = canonicalPath(workspace);
   const std::optional<BackupMark> mark = readBackupMark(backup);
   const bool isOurs = mark && mark->session == session_;
@@ -197,27 +172,29 @@ Status WorkspaceBackup::take(std::string_view workspace, std::string_view backup
   Status status;
   if (isWithin(canonical, folder) || isWithin(folder, canonical))
     status = Status::failure(EINVAL, std::string(workspace));
-  else if (exists(workspace) && !isFolder(workspace))
+  else if (backupError != 0 || (error != 0 && error != ENOENT))
+    status = Status::failure(std::max(backupError, error), std::string(workspace));
+  else if (error == 0 && !isFolder(workspace))
     status = Status::failure(ENOTDIR, std::string(workspace));
-  else if (!exists(workspace) && isAnythingAt(std::string(workspace)))
+  else if (error != 0 && isAnythingAt(std::string(workspace)))
     status = Status::failure(
         ENOENT, std::string(workspace)); // what a dangling link names is not ours to make
   else if (mark && !isOurs && !mark->workspace.empty() && isRunning(mark->process))
     status = Status::failure(EBUSY, std::string(backup));
   else
-    status = prepare(backup);
+    status = makeEmpty(backup);
   if (status.ok())
-    status = writeBackupMark(backup, {getpid(), session_, canonical});
+    status = writeBackupMark(
+        backup,
+        {.process = getpid(), .session = session_, .workspace = canonical, .isUnreadable = false});
   state_ = status.ok() ? State::Taken : State::Failed;
-  return status.ok() ? copyIn(workspace, backup) : status;
+  canonical_ = canonical;
+  place_ = canonicalPlace(workspace);
+  omissions_.clear();
+  return status.ok() && error == 0 ? copyIn(workspace, backup) : status;
 }
 
 Status WorkspaceBackup::copyIn(std::string_view workspace, std::string_view backup) {
-  canonical_ = canonicalPath(workspace);
-  place_ = canonicalPlace(workspace);
-  omissions_.clear();
-  if (!exists(workspace))
-    return Status::success();
   // Until it has the workspace's own mode, nobody else looks in.
   chmod(std::string(backup).c_str(), S_IRWXU);
   Status copied = copyTree(workspace, backup, &omissions_);
@@ -238,22 +215,39 @@ std::optional<std::string> WorkspaceBackup::restoreTarget(std::string_view works
   return place == place_ ? std::optional(place) : std::nullopt;
 }
 
+/// Another's backup is rightly left alone; one of which nothing is known may be this session's.
+Status WorkspaceBackup::statusFor(Owner owner, std::string_view backup) {
+  return owner == Owner::Unknown ? Status::failure(EIO, backupMarkPath(backup)) : Status::success();
+}
+
 Status WorkspaceBackup::restore(std::string_view workspace, std::string_view backup) {
-  if (isForeign(backup))
-    return Status::success();
+  const FolderLock lock = lockOf(backup);
+  if (!lock.isHeld())
+    return Status::failure(EBUSY, std::string(backup));
+  if (const Owner owner = ownerOf(backup); owner != Owner::ThisSession)
+    return statusFor(owner, backup);
+  const int error = errorAt(backup);
+  if (error != 0 && error != ENOENT)
+    return Status::failure(error, std::string(backup));
   Status status;
-  if (exists(backup) && state_ != State::Failed)
+  if (error == 0 && state_ != State::Failed)
     if (const std::optional<std::string> target = restoreTarget(workspace))
       status = restoreTree(withoutEndSlashes(backup), *target, omissions_);
-  return status.ok() ? remove(backup) : status;
+  return status.ok() ? discard(backup) : status;
 }
 
 Status WorkspaceBackup::remove(std::string_view backup) {
-  if (isForeign(backup))
-    return Status::success();
+  const FolderLock lock = lockOf(backup);
+  if (!lock.isHeld())
+    return Status::failure(EBUSY, std::string(backup));
+  const Owner owner = ownerOf(backup);
+  return owner == Owner::ThisSession ? discard(backup) : statusFor(owner, backup);
+}
+
+Status WorkspaceBackup::discard(std::string_view backup) {
   state_ = State::NotTaken;
   omissions_.clear();
-  Status removed = removeTree(backup);
+  Status removed = discardTree(withoutEndSlashes(backup));
   return removed.ok() ? removeTree(backupMarkPath(backup)) : removed;
 }
 
@@ -270,7 +264,7 @@ void clearLeftovers(std::string_view workspace) {
     const bool isAside = isLeftover(kAsideKind);
     if (isAside && !isAnythingAt(target))
       renameat(place.folder.get(), name.c_str(), place.folder.get(), place.name.c_str());
-    else if (isAside || isLeftover(kRestoreKind))
+    else if (isAside || isLeftover(kRestoreKind) || isLeftover(kInstallKind))
       (void)removeEntry(place.folder.get(), name);
   }
 }

@@ -2,9 +2,11 @@
 //
 // The backup folder is one per user, so a backup says whose it is: a mark beside the folder (its
 // path + "-owner") names the session that made it. A session never uses or deletes the backup of
-// another session. One object is one session; use it from one thread at a time, and write to the
-// workspace from nowhere else meanwhile. What is answered may be ignored: whatever fails, the
-// workspace keeps either what was edited or what was backed up.
+// another session. Sessions take turns: an operation waits while another session is at work on the
+// backup, and answers EBUSY, with nothing done, when that takes half a minute. One object is one
+// session; use it from one thread at a time, and write to the workspace from nowhere else
+// meanwhile. What is answered may be ignored: whatever fails, the workspace keeps either what was
+// edited or what was backed up.
 #pragma once
 
 #include "core_border.h"
@@ -49,8 +51,13 @@ public:
 
 private:
   enum class State { NotTaken, Taken, Failed };
+  enum class Owner { ThisSession, Another, Unknown };
 
-  [[nodiscard]] bool isForeign(std::string_view backup) const;
+  // The caller has locked the folder that holds the backup.
+  [[nodiscard]] Owner ownerOf(std::string_view backup) const;
+  static Status statusFor(Owner owner, std::string_view backup);
+  Status makeEmpty(std::string_view backup);
+  Status discard(std::string_view backup);
   Status copyIn(std::string_view workspace, std::string_view backup);
   /// The folder that is to become what the backup holds; nothing when it is another workspace's.
   [[nodiscard]] std::optional<std::string> restoreTarget(std::string_view workspace) const;
@@ -63,8 +70,8 @@ private:
 };
 
 /// Puts in order what a killed process left beside the workspace: its unfinished or outdated trees
-/// are deleted, and a workspace caught between two renames is put back. To be called before a
-/// session first looks at its workspace.
+/// are deleted, a half installed one too, and a workspace caught between two renames is put back.
+/// To be called before a session first looks at its workspace.
 void clearLeftovers(std::string_view workspace);
 
 } // namespace vireonix::core

@@ -1,7 +1,7 @@
 #include "xml.h"
+#include "xml_tree_builder.h"
 
 #include <algorithm>
-#include <utility>
 
 namespace vireonix::core::xml {
 namespace {
@@ -16,14 +16,35 @@ void appendCharacters(const Node& node, std::string& out) {
 }
 
 template <class Condition> const Node* firstChild(const Node& node, Condition condition) {
-  const auto found = std::ranges::find_if(node.children, condition);
-  return found != node.children.end() ? &*found : nullptr;
+  const auto* const found = std::ranges::find_if(node.children, condition);
+  return found != node.children.end() ? found : nullptr;
+}
+
+void start(TreeBuilder& builder, const Node& node) {
+  builder.startElement(node.content);
+  for (const Attribute& attribute : node.attributes)
+    builder.attribute(attribute.name, attribute.value);
+}
+
+void copy(TreeBuilder& builder, const Node& node) {
+  if (!node.isElement())
+    return builder.add(node.kind, node.content);
+  start(builder, node);
+  for (const Node& child : node.children)
+    copy(builder, child);
+  builder.endElement();
 }
 
 } // namespace
 
-const std::string* Node::attribute(std::string_view name) const {
-  const auto found = std::ranges::find(attributes, name, &Attribute::name);
+bool Node::operator==(const Node& other) const {
+  return kind == other.kind && content == other.content &&
+         std::ranges::equal(attributes, other.attributes) &&
+         std::ranges::equal(children, other.children);
+}
+
+const std::string_view* Node::attribute(std::string_view name) const {
+  const auto* const found = std::ranges::find(attributes, name, &Attribute::name);
   return found != attributes.end() ? &found->value : nullptr;
 }
 
@@ -37,24 +58,27 @@ const Node* Node::firstElement(std::string_view name) const {
 
 std::string Node::stringValue() const {
   if (!isElement())
-    return content;
+    return std::string(content);
   std::string out;
   appendCharacters(*this, out);
   return out;
 }
 
-Node element(std::string name) {
-  return {.kind = NodeKind::Element, .content = std::move(name), .attributes = {}, .children = {}};
+Tree copyOf(const Node& node) {
+  TreeBuilder builder;
+  copy(builder, node);
+  return builder.take();
 }
 
-Node text(std::string characters) {
-  return {
-      .kind = NodeKind::Text, .content = std::move(characters), .attributes = {}, .children = {}};
-}
-
-Node cdata(std::string characters) {
-  return {
-      .kind = NodeKind::CData, .content = std::move(characters), .attributes = {}, .children = {}};
+Tree copyWithoutChildren(const Node& node) {
+  TreeBuilder builder;
+  if (node.isElement()) {
+    start(builder, node);
+    builder.endElement();
+  } else {
+    builder.add(node.kind, node.content);
+  }
+  return builder.take();
 }
 
 } // namespace vireonix::core::xml

@@ -4,12 +4,14 @@
 // their order.
 #include "utf8.h"
 #include "xml.h"
+#include "xml_name.h"
 #include "xml_plain_parser.h"
+#include "xml_tree_builder.h"
 
 #include <climits>
 #include <exception>
 #include <memory>
-#include <utility>
+#include <string>
 
 #include <libxml/parser.h>
 #include <libxml/parserInternals.h>
@@ -43,12 +45,9 @@ std::string attributeValue(const xmlChar* characters) {
   return owned(value);
 }
 
-// Names and values alternate up to a null.
-std::size_t pairsIn(const xmlChar** attributes) {
-  std::size_t count = 0;
-  while (attributes != nullptr && attributes[2 * count] != nullptr)
-    ++count;
-  return count;
+// A repaired document may hold names that cannot be written.
+std::string_view elementName(std::string_view name) {
+  return isName(name) ? name : "_";
 }
 
 class Builder {
@@ -68,45 +67,32 @@ public:
   }
 
   void start(const xmlChar* name, const xmlChar** attributes) {
-    if (open_.size() == kMaxDepth || (open_.empty() && root_))
+    endText();
+    if (tree_.depth() == kMaxDepth || (tree_.depth() == 0 && tree_.count() > 0))
       return fail();
-    Node node = element(owned(view(name)));
-    node.attributes.reserve(pairsIn(attributes));
-    for (; attributes != nullptr && attributes[0] != nullptr; attributes += 2) {
-      if (!count())
-        return;
-      node.attributes.push_back({owned(view(attributes[0])), attributeValue(attributes[1])});
+    tree_.startElement(elementName(view(name)));
+    for (; attributes != nullptr && attributes[0] != nullptr && isInBounds(); attributes += 2) {
+      if (isName(view(attributes[0])))
+        tree_.attribute(view(attributes[0]), attributeValue(attributes[1]));
     }
-    if (count())
-      open_.push_back(std::move(node));
   }
 
   void end() {
-    if (open_.empty())
-      return;
-    Node node = std::move(open_.back());
-    open_.pop_back();
-    if (open_.empty())
-      root_ = std::move(node);
-    else
-      open_.back().children.push_back(std::move(node));
+    endText();
+    if (tree_.depth() > 0)
+      tree_.endElement();
   }
 
   // Text arrives in pieces of the parser's choice; one stretch of it is one node.
   void characters(std::string_view piece) {
-    if (open_.empty())
-      return;
-    auto& siblings = open_.back().children;
-    if (!siblings.empty() && siblings.back().kind == NodeKind::Text)
-      siblings.back().content += owned(piece);
-    else
-      add(NodeKind::Text, owned(piece));
+    if (tree_.depth() > 0)
+      text_ += owned(piece);
   }
 
-  void add(NodeKind kind, std::string content) {
-    if (!open_.empty() && count())
-      open_.back().children.push_back(
-          {.kind = kind, .content = std::move(content), .attributes = {}, .children = {}});
+  void add(NodeKind kind, std::string_view content) {
+    endText();
+    if (tree_.depth() > 0 && isInBounds())
+      tree_.add(kind, content);
   }
 
   void fail() {
@@ -115,25 +101,30 @@ public:
   }
 
   // The root; in a repaired document elements may be left open.
-  std::optional<Node> take() {
+  Tree take() {
     if (failed_)
-      return std::nullopt;
-    while (!open_.empty())
+      return nullptr;
+    while (tree_.depth() > 0)
       end();
-    return std::move(root_);
+    return tree_.take();
   }
 
 private:
-  bool count() {
-    if (++nodes_ > kMaxNodes)
+  void endText() {
+    if (!text_.empty() && isInBounds())
+      tree_.add(NodeKind::Text, text_);
+    text_.clear();
+  }
+
+  bool isInBounds() {
+    if (tree_.count() >= kMaxNodes)
       fail();
     return !failed_;
   }
 
   xmlParserCtxtPtr parser_;
-  std::vector<Node> open_;
-  std::optional<Node> root_;
-  std::size_t nodes_ = 0;
+  TreeBuilder tree_;
+  std::string text_;
   bool failed_ = false;
 };
 
@@ -160,12 +151,16 @@ void onComment(void* self, const xmlChar* characters) {
                [=](Builder& builder) { builder.add(NodeKind::Comment, owned(view(characters))); });
 }
 
+// In a repaired document an XML declaration may stand anywhere; written there, it would make the
+// document unreadable.
 void onProcessingInstruction(void* self, const xmlChar* target, const xmlChar* data) {
+  if (view(target) == "xml" || !isName(view(target)))
+    return;
   Builder::run(self, [=](Builder& builder) {
-    std::string content = owned(view(target));
+    std::string content(view(target));
     if (data != nullptr)
       content += " " + owned(view(data));
-    builder.add(NodeKind::ProcessingInstruction, std::move(content));
+    builder.add(NodeKind::ProcessingInstruction, content);
   });
 }
 
@@ -202,33 +197,54 @@ int optionsFor(Mode mode) {
   return mode == Mode::Lenient ? kAlways | XML_PARSE_RECOVER : kAlways;
 }
 
-std::optional<Node> build(std::string_view document, Mode mode) {
-  const std::unique_ptr<xmlParserCtxt, FreeParser> parser(
-      xmlCreateMemoryParserCtxt(document.data(), static_cast<int>(document.size())));
+// The document, handed to the parser piece by piece. libxml2 compares each attribute of an element
+// with all before it and tells of none before the last: between the pieces is the place to see
+// that there are too many.
+struct Input {
+  std::string_view rest;
+  xmlParserCtxtPtr parser = nullptr;
+  bool tooManyNames = false;
+
+  static int read(void* self, char* buffer, int size) {
+    auto& input = *static_cast<Input*>(self);
+    input.tooManyNames = input.parser != nullptr && xmlDictSize(input.parser->dict) > kMaxNames;
+    if (input.tooManyNames)
+      return -1;
+    const std::size_t length = input.rest.copy(buffer, static_cast<std::size_t>(size));
+    input.rest.remove_prefix(length);
+    return static_cast<int>(length);
+  }
+};
+
+Tree build(std::string_view document, Mode mode) {
+  Input input = {.rest = document};
+  const std::unique_ptr<xmlParserCtxt, FreeParser> parser(xmlCreateIOParserCtxt(
+      nullptr, nullptr, Input::read, nullptr, &input, XML_CHAR_ENCODING_NONE));
   if (!parser)
-    return std::nullopt;
+    return nullptr;
+  input.parser = parser.get();
   Builder builder(parser.get());
   *parser->sax = callbacks();
   parser->userData = &builder;
   xmlCtxtUseOptions(parser.get(), optionsFor(mode));
   xmlParseDocument(parser.get());
-  if (mode == Mode::Strict && parser->wellFormed == 0)
-    return std::nullopt;
+  if (input.tooManyNames || (mode == Mode::Strict && parser->wellFormed == 0))
+    return nullptr;
   return builder.take();
 }
 
 } // namespace
 
-std::optional<Node> parse(std::string_view document, Mode mode) {
+Tree parse(std::string_view document, Mode mode) {
   static const bool kReady = (xmlInitParser(), true);
   if (!kReady || document.empty() || document.size() > INT_MAX)
-    return std::nullopt;
+    return nullptr;
   try {
-    if (auto root = parsePlain(document))
+    if (Tree root = parsePlain(document))
       return root;
     return build(document, mode);
   } catch (const std::exception&) {
-    return std::nullopt;
+    return nullptr;
   }
 }
 

@@ -1,15 +1,19 @@
 #include "xml_plain_parser.h"
 
 #include "utf8.h"
+#include "xml_tree_builder.h"
 
 #include <algorithm>
 #include <array>
-#include <iterator>
-#include <utility>
+#include <optional>
+#include <string>
+#include <vector>
 
 namespace vireonix::core::xml {
 namespace {
 
+// An element with more of them is not plain: finding one of the same name takes too long.
+constexpr std::size_t kMostAttributes = 100;
 constexpr std::string_view kSpace = " \t\n";
 
 struct Entity {
@@ -40,23 +44,23 @@ class PlainParser {
 public:
   explicit PlainParser(std::string_view document) : rest_(document) {}
 
-  std::optional<Node> run() {
+  Tree run() {
     if (!declaration())
-      return std::nullopt;
+      return nullptr;
     while (!rest_.empty()) {
-      if (!item() || ++itemsTaken_ + attributesTaken_ > kMaxNodes)
-        return std::nullopt;
+      if (!item() || builder_.count() > kMaxNodes)
+        return nullptr;
     }
-    if (!open_.empty() || done_.size() != 1)
-      return std::nullopt;
-    return std::move(done_.front());
+    return builder_.isWhole() ? builder_.take() : nullptr;
   }
 
 private:
-  // An element whose end tag is still to come; its children so far are at the end of `done_`.
-  struct Open {
-    Node element;
-    std::size_t firstChild;
+  // An attribute as it stands in the document.
+  struct Raw {
+    std::string_view name;
+    std::string_view value;
+
+    bool operator==(const Raw&) const = default;
   };
 
   bool take(std::string_view mark) {
@@ -95,23 +99,24 @@ private:
     return takeFirst(static_cast<std::size_t>(end - rest_.begin()));
   }
 
-  // The characters with the predefined entities replaced; nothing for any other reference.
-  static std::optional<std::string> expanded(std::string_view raw) {
+  // The characters with the predefined entities replaced, valid until the next call; nothing for
+  // any other reference.
+  std::optional<std::string_view> expanded(std::string_view raw) {
     std::size_t at = raw.find('&');
     if (at == std::string_view::npos)
-      return std::string(raw);
-    std::string out;
+      return raw;
+    expanded_.clear();
     for (; at != std::string_view::npos; at = raw.find('&')) {
-      out += raw.substr(0, at);
+      expanded_ += raw.substr(0, at);
       raw.remove_prefix(at);
       const auto* const entity = std::ranges::find_if(
           kPredefined, [raw](const Entity& each) { return raw.starts_with(each.reference); });
       if (entity == kPredefined.end())
         return std::nullopt;
-      out += entity->character;
+      expanded_ += entity->character;
       raw.remove_prefix(entity->reference.size());
     }
-    return out += raw;
+    return expanded_ += raw;
   }
 
   bool declaration() {
@@ -119,10 +124,9 @@ private:
       return true;
     if (!takeAttributes() || !take("?>") || attributes_.empty() || attributes_.size() > 2)
       return false;
-    const auto said = takeAll(attributes_, 0);
-    return said.front() == Attribute{"version", "1.0"} &&
-           (said.size() == 1 || said.back() == Attribute{"encoding", "UTF-8"} ||
-            said.back() == Attribute{"encoding", "utf-8"});
+    return attributes_.front() == Raw{"version", "1.0"} &&
+           (attributes_.size() == 1 || attributes_.back() == Raw{"encoding", "UTF-8"} ||
+            attributes_.back() == Raw{"encoding", "utf-8"});
   }
 
   bool item() {
@@ -138,64 +142,64 @@ private:
     return startTag();
   }
 
-  bool add(NodeKind kind, std::string content) {
-    done_.push_back(
-        {.kind = kind, .content = std::move(content), .attributes = {}, .children = {}});
+  bool add(NodeKind kind, std::string_view content) {
+    builder_.add(kind, content);
     return true;
   }
 
   bool characters() {
     const std::string_view raw = takeFirst(rest_.find('<'));
-    if (open_.empty())
+    if (builder_.depth() == 0)
       return raw.find_first_not_of(kSpace) == std::string_view::npos;
     if (raw.find("]]>") != std::string_view::npos)
       return false;
-    auto text = expanded(raw);
-    return text && add(NodeKind::Text, *std::move(text));
+    const auto text = expanded(raw);
+    return text && add(NodeKind::Text, *text);
   }
 
   bool comment() {
     const auto content = takeUntil("--");
     if (!content || !take(">"))
       return false;
-    return open_.empty() || add(NodeKind::Comment, std::string(*content));
+    return builder_.depth() == 0 || add(NodeKind::Comment, *content);
   }
 
   bool cdataSection() {
     const auto content = takeUntil("]]>");
-    return content && !open_.empty() && add(NodeKind::CData, std::string(*content));
+    return content && builder_.depth() > 0 && add(NodeKind::CData, *content);
   }
 
   bool startTag() {
     const std::string_view name = takeName();
-    if (name.empty() || open_.size() == kMaxDepth || !takeAttributes())
+    if (name.empty() || builder_.depth() == kMaxDepth || !takeAttributes())
       return false;
-    Node node = element(std::string(name));
-    node.attributes = takeAll(attributes_, 0);
+    builder_.startElement(name);
+    for (const Raw& each : attributes_) {
+      const auto value = expanded(each.value);
+      if (!value)
+        return false;
+      builder_.attribute(each.name, *value);
+    }
     if (take("/>"))
-      done_.push_back(std::move(node));
-    else if (take(">"))
-      open_.push_back({.element = std::move(node), .firstChild = done_.size()});
+      builder_.endElement();
     else
-      return false;
+      return take(">");
     return true;
   }
 
   bool endTag() {
-    if (open_.empty() || !take(open_.back().element.content))
+    if (builder_.depth() == 0 || !take(builder_.openName()))
       return false;
     skipSpace();
     if (!take(">"))
       return false;
-    Node node = std::move(open_.back().element);
-    node.children = takeAll(done_, open_.back().firstChild);
-    open_.pop_back();
-    done_.push_back(std::move(node));
+    builder_.endElement();
     return true;
   }
 
   // The attributes up to what is none, with the white space before it.
   bool takeAttributes() {
+    attributes_.clear();
     while (skipSpace() && isLetter(rest_.empty() ? '>' : rest_.front())) {
       if (!takeAttribute())
         return false;
@@ -214,37 +218,23 @@ private:
     const auto raw = takeUntil(takeFirst(1));
     // White space other than blanks would have to be normalised.
     if (!raw || raw->find_first_of("<\t\n") != std::string_view::npos ||
-        std::ranges::find(attributes_, name, &Attribute::name) != attributes_.end())
+        attributes_.size() == kMostAttributes ||
+        std::ranges::find(attributes_, name, &Raw::name) != attributes_.end())
       return false;
-    ++attributesTaken_;
-    auto value = expanded(*raw);
-    if (!value)
-      return false;
-    attributes_.push_back({std::string(name), *std::move(value)});
+    attributes_.push_back({.name = name, .value = *raw});
     return true;
   }
 
-  // Moves the end of `from` into a vector that is as large as it must be.
-  template <class Item>
-  static std::vector<Item> takeAll(std::vector<Item>& from, std::size_t first) {
-    const auto start = from.begin() + static_cast<std::ptrdiff_t>(first);
-    std::vector<Item> taken(std::make_move_iterator(start), std::make_move_iterator(from.end()));
-    from.erase(start, from.end());
-    return taken;
-  }
-
   std::string_view rest_;
-  std::vector<Open> open_;
-  std::vector<Node> done_;
-  std::vector<Attribute> attributes_;
-  std::size_t itemsTaken_ = 0;
-  std::size_t attributesTaken_ = 0;
+  TreeBuilder builder_;
+  std::vector<Raw> attributes_;
+  std::string expanded_;
 };
 
 } // namespace
 
-std::optional<Node> parsePlain(std::string_view document) {
-  return isPlainText(document) ? PlainParser(document).run() : std::nullopt;
+Tree parsePlain(std::string_view document) {
+  return isPlainText(document) ? PlainParser(document).run() : nullptr;
 }
 
 } // namespace vireonix::core::xml

@@ -140,6 +140,10 @@ std::string commentCharacters(std::string_view characters) {
 
 } // namespace
 
+Writer::Writer(std::string buffer) : out_(std::move(buffer)) {
+  out_.clear();
+}
+
 void Writer::closeStartTag() {
   if (std::exchange(startTagOpen_, false))
     out_ += '>';
@@ -217,6 +221,11 @@ void Writer::node(const Node& node) {
     out_ += "<?" + literal(node.content) + "?>";
     return;
   }
+}
+
+void Writer::markup(std::string_view made) {
+  closeStartTag();
+  out_ += made;
 }
 
 std::string Writer::take() {

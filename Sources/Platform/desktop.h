@@ -3,6 +3,9 @@
 
 #import <Foundation/Foundation.h>
 
+@class NSTableView;
+@class NSWindow;
+
 namespace vireonix::platform {
 
 /// Opens an address in the user's default application for it and answers at once. Failures are
@@ -11,6 +14,12 @@ void openWithDefaultApplication(NSURL *address);
 
 /// Ends the application's modal session with `code`; does nothing when there is none.
 void stopModalSession(NSInteger code);
+
+/// Called before a modal session for a panel that is used again and again.
+void prepareForModalSession(NSWindow *panel);
+
+/// Solid lines between the table's columns and between its rows.
+void showSolidGrid(NSTableView *table);
 
 /// Gives back what the nib calls retained too often: `objects` are the top-level objects of an
 /// instantiated nib, and the caller has retained those it keeps.

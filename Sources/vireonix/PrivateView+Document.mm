@@ -12,6 +12,11 @@
 
 #include "Core/file_tree.h"
 #include "Core/slider_document.h"
+#include "Core/workspace_path.h"
+
+#include <optional>
+#include <string>
+#include <utility>
 
 using namespace vireonix;
 
@@ -58,7 +63,7 @@ template <std::size_t N> void setColumns(TableViewProtocol *protocol, const Colu
 XMLElement *detached(const xml::Node *node) {
   if (node == nullptr)
     return nil;
-  return [XMLElement elementWithNode:std::make_shared<const xml::Node>(*node)];
+  return [XMLElement elementWithNode:xml::copyOf(*node)];
 }
 
 void replace(XMLElement *&kept, XMLElement *element) {
@@ -72,10 +77,17 @@ void replace(XMLElement *&kept, XMLElement *element) {
 
 @implementation PrivateView (Document)
 
+- (std::string)documentPath {
+  return bridge::path([[self workSpace] stringByAppendingPathComponent:kDocument]);
+}
+
 - (void)readWorkspaceDocument {
   tableViewProtocol = [[TableViewProtocol alloc] init];
   [tableViewProtocol setOwer:self];
+  const std::string file = [self documentPath];
+  const std::optional<core::FileState> state = core::fileState(file);
   XMLElement *root = [settingsInfo loadDataRootElement];
+  documentFile.take(file, state, root != nil ? [root node] : nullptr);
   slider::Document document;
   if (root != nil)
     document = slider::readDocument(*[root node]);
@@ -87,8 +99,8 @@ void replace(XMLElement *&kept, XMLElement *element) {
   tbContentProtocol = [[TableViewProtocol alloc] init];
   [tbContentProtocol setOwer:self];
   setColumns(tbContentProtocol, kTextObjectColumns);
-  for (const slider::Slide &slide : *document.slides)
-    [[tableViewProtocol list] addObject:recordOfSlide(slide)];
+  for (slider::Slide &slide : *document.slides)
+    [[tableViewProtocol list] addObject:recordOfSlide(std::move(slide))];
 }
 
 // Without named styles the items of the nib stay.
@@ -130,13 +142,17 @@ void replace(XMLElement *&kept, XMLElement *element) {
 - (IBAction)onSave:(id)sender {
   if ([self workSpace] == nil || !core::exists(bridge::path([self workSpace])))
     return;
-  XMLElement *root = [settingsInfo loadDataRootElement];
-  const std::string bytes = slider::writeDocument(
-      slidesOfRecords([tableViewProtocol list]),
-      {.root = [root node], .styles = [StyleXML node], .slide = [SlideXML node]});
-  NSString *file = [[self workSpace] stringByAppendingPathComponent:kDocument];
-  // A document that cannot be written stays as it was; nobody is told.
-  (void)core::replaceFile(bridge::path(file), bytes);
+  const std::string file = [self documentPath];
+  const xml::Tree root = documentFile.root(file);
+  slider::DocumentWriter writer(
+      {.root = root.get(), .styles = [StyleXML node], .slide = [SlideXML node]},
+      std::move(documentBytes));
+  writeSlides([tableViewProtocol list], writer, SlideXML != nil ? [SlideXML tree] : nullptr);
+  documentBytes = writer.finish();
+  // A document that cannot be written stays as it was; nobody is told. What lies outside the
+  // workspace is not the panel's to write: a revert would not bring it back.
+  if (core::isInsideWorkspace(bridge::path([self workSpace]), bridge::path(kDocument)))
+    (void)documentFile.replace(file, documentBytes);
   [DetachedCall send:@selector(saveGlobalSettings) to:[self ower]];
 }
 

@@ -4,6 +4,7 @@
 #import "Class/FieldText.h"
 #import "Class/TableViewProtocol.h"
 #import "Locale.h"
+#import "Platform/desktop.h"
 #import "vireonix/PrivateView+SetUp.h"
 #import "vireonix/panel_controls.h"
 #import "vireonix/slider_records.h"
@@ -11,6 +12,8 @@
 #include "Core/file_tree.h"
 #include "Core/media_file.h"
 #include "Core/slider_document.h"
+
+#include <utility>
 
 using namespace vireonix;
 
@@ -45,6 +48,7 @@ void replaceWithCopy(NSString *destination, NSString *source) {
   [panel setAllowsMultipleSelection:NO];
   [panel setTitle:loadAppString(kOpenTitle, kOpenTitle)];
   [panel setAllowedFileTypes:@[ @"jpg", @"png", @"gif", @"swf" ]];
+  platform::prepareForModalSession(panel);
   if ([panel runModal] != NSFileHandlingPanelOKButton)
     return nil;
   return [[[panel URLs] lastObject] path];
@@ -53,7 +57,8 @@ void replaceWithCopy(NSString *destination, NSString *source) {
 // The file that the user chose, or nil.
 - (NSString *)existingFileFromUser {
   NSString *file = [self openFile];
-  return file != nil && core::exists(bridge::path(file)) ? file : nil;
+  const std::string path = bridge::path(file);
+  return core::exists(path) && !core::isFolder(path) ? file : nil;
 }
 
 - (IBAction)onAdd:(id)sender {
@@ -65,7 +70,7 @@ void replaceWithCopy(NSString *destination, NSString *source) {
   replaceWithCopy([[self workSpace] stringByAppendingPathComponent:relative], file);
   slider::Slide slide;
   slide.backgroundImage = bridge::utf8(relative);
-  [self insertSlide:recordOfSlide(slide)];
+  [self insertSlide:recordOfSlide(std::move(slide))];
   [self onSave:nil];
 }
 

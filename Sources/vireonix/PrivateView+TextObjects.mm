@@ -7,7 +7,6 @@
 #import "Class/TableViewProtocol.h"
 #import "Class/XMLElement.h"
 #import "Locale.h"
-#import "vireonix/ColorPanelDelegate.h"
 #import "vireonix/PrivateView+SetUp.h"
 #import "vireonix/panel_controls.h"
 #import "vireonix/slider_records.h"
@@ -75,39 +74,6 @@ NSInteger selectedItemOrFirst(NSComboBox *combo) {
   return std::max<NSInteger>(0, [combo indexOfSelectedItem]);
 }
 
-NSColor *cellColor(NSButton *button) {
-  return [[button cell] backgroundColor];
-}
-
-NSString *colorText(NSColor *color) {
-  return [[UtilityFunction colorToHexRGB:color] stringByReplacingOccurrencesOfString:@"0x"
-                                                                          withString:@"#"];
-}
-
-NSColor *colorOfText(NSString *text) {
-  NSString *number = [text stringByReplacingOccurrencesOfString:@"#" withString:@"0x"];
-  NSColor *color = [UtilityFunction colorFromHexRGB:number];
-  return color != nil ? color : [NSColor blackColor];
-}
-
-// Keeps the colour panel open until its delegate has seen it close. Waiting for the next event
-// leaves the processor alone between turns.
-void waitUntilClosed(NSColorPanel *panel, ColorPanelDelegate *delegate) {
-  constexpr NSTimeInterval kTurn = 0.1;
-  NSModalSession session = [NSApp beginModalSessionForWindow:panel];
-  while (![delegate isClosed]) {
-    @autoreleasepool {
-      [NSApp runModalSession:session];
-      if (![delegate isClosed])
-        [NSApp nextEventMatchingMask:NSAnyEventMask
-                           untilDate:[NSDate dateWithTimeIntervalSinceNow:kTurn]
-                              inMode:NSModalPanelRunLoopMode
-                             dequeue:NO];
-    }
-  }
-  [NSApp endModalSession:session];
-}
-
 } // namespace
 
 @implementation PrivateView (TextObjects)
@@ -126,7 +92,7 @@ void waitUntilClosed(NSColorPanel *panel, ColorPanelDelegate *delegate) {
   const auto align = static_cast<NSUInteger>(selectedItemOrFirst(comAlign));
   setRecordText(record, slider::kText, textOfField(txtCaption));
   setRecordText(record, slider::kSize, textOfField(txtTextSize));
-  setRecordText(record, slider::kColor, colorText(cellColor(btnTextColor)));
+  setRecordText(record, slider::kColor, colorTextOfButton(btnTextColor));
   setRecordText(record, slider::kStyle, textOfField(comStyle));
   setRecordText(record, slider::kAlign,
                 align < [AlignShortCut count] ? [AlignShortCut objectAtIndex:align] : kCentred);
@@ -219,26 +185,6 @@ void waitUntilClosed(NSColorPanel *panel, ColorPanelDelegate *delegate) {
     setRecordText(record, slider::kStyle, textOfField(comStyle));
   }
   reloadTable(tbContent);
-  [self onSave:nil];
-}
-
-- (IBAction)onColorSelect:(id)sender {
-  @autoreleasepool {
-    NSColorPanel *panel = [NSColorPanel sharedColorPanel];
-    NSColor *color = cellColor(sender);
-    [panel setColor:color != nil ? color : [NSColor blackColor]];
-    ColorPanelDelegate *delegate = [[ColorPanelDelegate alloc] init];
-    [panel setDelegate:delegate];
-    waitUntilClosed(panel, delegate);
-    [panel setDelegate:nil];
-    [delegate release];
-    [[sender cell] setBackgroundColor:[panel color]];
-    [sender setNeedsDisplay:YES];
-  }
-  NSMutableDictionary *record = [self selectedTextObject];
-  if (record == nil)
-    return;
-  setRecordText(record, slider::kColor, colorText(cellColor(btnTextColor)));
   [self onSave:nil];
 }
 

@@ -3,8 +3,12 @@
 // window by its controller. Main thread only.
 #import "Class/GroupsView.h"
 
-#include <cstdint>
+#include "Core/document_file.h"
 
+#include <cstdint>
+#include <string>
+
+@class ColorPanelDelegate;
 @class PluginSettingsInfo;
 @class TableViewProtocol;
 @class XMLElement;
@@ -45,6 +49,16 @@
   NSMutableDictionary *shownSlide;
   // Showing a slide has just deselected a caption.
   BOOL isCaptionLeftForSlide;
+  vireonix::core::slider::DocumentFile documentFile;
+  // What was last saved, for the sake of its memory.
+  std::string documentBytes;
+  // The colour choice that is under way: what the colour panel tells, and the button whose colour
+  // is being chosen; nil for none.
+  ColorPanelDelegate *colorPanelDelegate;
+  NSButton *colorButton;
+  // The colour panel's session runs; what the session below is to end with after it, or nil.
+  BOOL isInColorSession;
+  NSNumber *codeForSessionBelow;
 }
 
 /// One-time set-up, after `workSpace`, `ower` and `bundlePath` have been set: installs the
@@ -126,9 +140,6 @@
 
 - (void)controlTextDidChange:(NSNotification *)notification;
 - (IBAction)onTypeButtonChange:(id)sender;
-/// Lets the user choose the caption's colour; returns when the colour panel has closed.
-- (IBAction)onColorSelect:(id)sender;
-
 /// Adds a text object of the controls' values before the selected one, or at the end.
 - (IBAction)onContentAdd:(id)sender;
 - (IBAction)onContentRemove:(id)sender;
@@ -140,5 +151,23 @@
 
 /// Shows the selected text object in the controls.
 - (void)onContentViewChange;
+
+@end
+
+// The colour of a caption: PrivateView+Color.mm.
+@interface PrivateView (Color)
+
+/// Lets the user choose the button's colour in the shared colour panel, which is also the selected
+/// caption's from then on; returns when the panel has closed. It is closed when the application is
+/// left or ends. Does nothing during a choice.
+- (IBAction)onColorSelect:(id)sender;
+
+/// Closes the colour panel and takes its colour, when a choice is under way. The panel's modal
+/// session ends only after the caller has returned to it.
+- (void)endColorChoice;
+
+/// While the colour panel's modal session runs: has the session below it end with `code` as well,
+/// and answers YES. Else answers NO.
+- (BOOL)endSessionAfterColorChoice:(NSInteger)code;
 
 @end

@@ -32,6 +32,12 @@ void selectComboItem(NSComboBox *combo, NSInteger index);
 /// Makes the list tall enough for all items, up to a dozen.
 void showAllItems(NSComboBox *combo);
 
+/// A button's cell's background colour as a record holds it: "#" and six digits.
+NSString *colorTextOfButton(NSButton *button);
+
+/// The colour of a record; black when it is none.
+NSColor *colorOfText(NSString *text);
+
 /// Opaque and enabled, or transparent and disabled.
 void setButtonUsable(NSButton *button, BOOL isUsable);
 

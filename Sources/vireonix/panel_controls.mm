@@ -1,7 +1,9 @@
 #import "vireonix/panel_controls.h"
 
 #import "Class/FieldText.h"
+#import "Class/Mode/UtilityFunction.h"
 #import "Class/TableViewProtocol.h"
+#import "Platform/desktop.h"
 
 #include <algorithm>
 #include <cmath>
@@ -32,6 +34,7 @@ void addColumns(NSTableView *table, CGFloat tableWidth, NSArray *keys, NSDiction
     NSString *title = [titles objectForKey:[keys objectAtIndex:i]];
     [column setWidth:width];
     [[column headerCell] setStringValue:title != nil ? title : @""];
+    [column setHeaderToolTip:title];
     [[column headerCell] setLineBreakMode:NSLineBreakByTruncatingTail];
     [[column dataCell] setLineBreakMode:NSLineBreakByTruncatingTail];
     [column setResizingMask:NSTableColumnAutoresizingMask | NSTableColumnUserResizingMask];
@@ -72,8 +75,7 @@ void buildColumns(NSTableView *table, TableViewProtocol *protocol) {
     addColumns(table, tableWidth, [protocol getKeys], [protocol getTitles]);
   [table setColumnAutoresizingStyle:NSTableViewLastColumnOnlyAutoresizingStyle];
   [table setAllowsColumnSelection:NO];
-  [table setGridStyleMask:NSTableViewSolidVerticalGridLineMask |
-                          NSTableViewSolidHorizontalGridLineMask];
+  platform::showSolidGrid(table);
   if (protocol != nil) {
     [table setDelegate:protocol];
     [table setDataSource:protocol];
@@ -101,6 +103,18 @@ void selectComboItem(NSComboBox *combo, NSInteger index) {
 
 void showAllItems(NSComboBox *combo) {
   [combo setNumberOfVisibleItems:std::min([combo numberOfItems], kMostVisibleItems)];
+}
+
+NSString *colorTextOfButton(NSButton *button) {
+  return [[UtilityFunction colorToHexRGB:[[button cell] backgroundColor]]
+      stringByReplacingOccurrencesOfString:@"0x"
+                                withString:@"#"];
+}
+
+NSColor *colorOfText(NSString *text) {
+  NSString *number = [text stringByReplacingOccurrencesOfString:@"#" withString:@"0x"];
+  NSColor *color = [UtilityFunction colorFromHexRGB:number];
+  return color != nil ? color : [NSColor blackColor];
 }
 
 void setButtonUsable(NSButton *button, BOOL isUsable) {

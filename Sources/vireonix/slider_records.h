@@ -23,10 +23,15 @@ void setRecordText(NSMutableDictionary *record, std::string_view key, NSString *
 void setSlideFile(NSMutableDictionary *slide, NSString *path);
 
 /// Autoreleased records.
-NSMutableDictionary *recordOfTextObject(const core::slider::TextObject &textObject);
-NSMutableDictionary *recordOfSlide(const core::slider::Slide &slide);
+NSMutableDictionary *recordOfTextObject(core::slider::TextObject textObject);
+NSMutableDictionary *recordOfSlide(core::slider::Slide slide);
 
-/// The slides of slide records.
-std::vector<core::slider::Slide> slidesOfRecords(NSArray *records);
+/// The text object of a record.
+core::slider::TextObject textObjectOfRecord(NSDictionary *record);
+
+/// Writes the slides of slide records. The writer's template slide is given once more, with its
+/// tree; it may be null.
+void writeSlides(NSArray *records, core::slider::DocumentWriter &writer,
+                 const core::xml::Tree &templateSlide);
 
 } // namespace vireonix

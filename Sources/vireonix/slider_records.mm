@@ -1,6 +1,12 @@
 #import "vireonix/slider_records.h"
 
 #import "Bridge/text.h"
+#import "vireonix/TextObjectRecord.h"
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <utility>
 
 namespace vireonix {
 
@@ -10,34 +16,43 @@ NSString *const kTextObjectsKey = @"data";
 
 namespace {
 
+// Values that are no texts may be anything that a host puts in.
 std::string valueText(id value) {
   return bridge::utf8([value isKindOfClass:[NSString class]] ? value : [value description]);
 }
 
-slider::TextObject textObjectOfRecord(NSDictionary *record) {
-  slider::TextObject textObject;
-  for (NSString *key in record)
-    textObject.set(bridge::utf8(key), valueText([record objectForKey:key]));
-  return textObject;
+void writeTextObject(NSDictionary *record, slider::DocumentWriter &writer,
+                     const core::xml::Tree &templateSlide) {
+  // Looking a class up takes longer than copying a record's markup.
+  static Class const kRecordClass = [TextObjectRecord class];
+  if ([record isKindOfClass:kRecordClass])
+    writer.textObjectMarkup([static_cast<TextObjectRecord *>(record) markupInShape:templateSlide]);
+  else
+    writer.textObject(textObjectOfRecord(record));
 }
 
-slider::Slide slideOfRecord(NSDictionary *record) {
-  slider::Slide slide;
-  id image = [record objectForKey:recordKey(slider::kBackgroundImage)];
-  if (image != nil)
-    slide.backgroundImage = valueText(image);
-  for (NSDictionary *textObject in [record objectForKey:kTextObjectsKey]) {
-    @autoreleasepool {
-      slide.textObjects.push_back(textObjectOfRecord(textObject));
-    }
-  }
-  return slide;
+// The keys that every record has, made once.
+NSString *knownKey(std::string_view key) {
+  static constexpr std::array kKnown = {
+      slider::kText,          slider::kSize,           slider::kColor,          slider::kStyle,
+      slider::kAlign,         slider::kInTime,         slider::kStayTime,       slider::kTextAlign,
+      slider::kTextAnimation, slider::kStartDirection, slider::kBackgroundImage};
+  static const std::array kStrings = [] {
+    std::array<NSString *, kKnown.size()> strings{};
+    for (std::size_t i = 0; i < kKnown.size(); ++i)
+      strings.at(i) = [bridge::string(kKnown.at(i)) retain];
+    return strings;
+  }();
+  const auto *const found = std::ranges::find(kKnown, key);
+  return found != kKnown.end() ? kStrings.at(static_cast<std::size_t>(found - kKnown.begin()))
+                               : nil;
 }
 
 } // namespace
 
 NSString *recordKey(std::string_view key) {
-  return bridge::string(key);
+  NSString *known = knownKey(key);
+  return known != nil ? known : bridge::string(key);
 }
 
 NSString *recordText(NSDictionary *record, std::string_view key) {
@@ -55,18 +70,15 @@ void setSlideFile(NSMutableDictionary *slide, NSString *path) {
     setRecordText(textObject, slider::kBackgroundImage, path);
 }
 
-NSMutableDictionary *recordOfTextObject(const slider::TextObject &textObject) {
-  NSMutableDictionary *record = [NSMutableDictionary dictionary];
-  for (const auto &[key, value] : textObject)
-    [record setObject:bridge::string(value) forKey:recordKey(key)];
-  return record;
+NSMutableDictionary *recordOfTextObject(slider::TextObject textObject) {
+  return [[[TextObjectRecord alloc] initWithTextObject:std::move(textObject)] autorelease];
 }
 
-NSMutableDictionary *recordOfSlide(const slider::Slide &slide) {
+NSMutableDictionary *recordOfSlide(slider::Slide slide) {
   NSMutableArray *textObjects = [NSMutableArray arrayWithCapacity:slide.textObjects.size()];
-  for (const slider::TextObject &textObject : slide.textObjects) {
+  for (slider::TextObject &textObject : slide.textObjects) {
     @autoreleasepool {
-      [textObjects addObject:recordOfTextObject(textObject)];
+      [textObjects addObject:recordOfTextObject(std::move(textObject))];
     }
   }
   NSMutableDictionary *record = [NSMutableDictionary dictionaryWithObject:textObjects
@@ -76,12 +88,29 @@ NSMutableDictionary *recordOfSlide(const slider::Slide &slide) {
   return record;
 }
 
-std::vector<slider::Slide> slidesOfRecords(NSArray *records) {
-  std::vector<slider::Slide> slides;
-  slides.reserve([records count]);
-  for (NSDictionary *record in records)
-    slides.push_back(slideOfRecord(record));
-  return slides;
+slider::TextObject textObjectOfRecord(NSDictionary *record) {
+  slider::TextObject textObject;
+  @autoreleasepool {
+    for (NSString *key in record)
+      textObject.set(bridge::utf8(key), valueText([record objectForKey:key]));
+  }
+  return textObject;
+}
+
+void writeSlides(NSArray *records, slider::DocumentWriter &writer,
+                 const core::xml::Tree &templateSlide) {
+  for (NSDictionary *slide in records) {
+    @autoreleasepool {
+      id image = [slide objectForKey:recordKey(slider::kBackgroundImage)];
+      if (image != nil)
+        writer.startSlide(valueText(image));
+      else
+        writer.startSlide(std::nullopt);
+      for (NSDictionary *textObject in [slide objectForKey:kTextObjectsKey])
+        writeTextObject(textObject, writer, templateSlide);
+      writer.endSlide();
+    }
+  }
 }
 
 } // namespace vireonix

@@ -34,6 +34,12 @@ const char *const kTemplate =
 
 NSString *chosenFile = nil;
 
+IMP realOpenFile = nullptr;
+
+Method openFileMethod() {
+  return class_getInstanceMethod([PrivateView class], @selector(openFile));
+}
+
 NSString *answerChosenFile(id, SEL) {
   return [[chosenFile retain] autorelease];
 }
@@ -73,6 +79,9 @@ PanelTest::PanelTest() {
 PanelTest::~PanelTest() {
   close();
   pumpFor(0.02);
+  if (realOpenFile != nullptr)
+    method_setImplementation(openFileMethod(), realOpenFile);
+  realOpenFile = nullptr;
   [owner_ release];
   [pool_ release];
 }
@@ -143,8 +152,8 @@ std::string PanelTest::savedValue(std::size_t slide, std::size_t caption, const 
   if (!read.slides || slide >= read.slides->size() ||
       caption >= read.slides->at(slide).textObjects.size())
     return "(no caption)";
-  const std::string *value = read.slides->at(slide).textObjects.at(caption).find(key);
-  return value != nullptr ? *value : "(no value)";
+  return std::string(
+      read.slides->at(slide).textObjects.at(caption).find(key).value_or("(no value)"));
 }
 
 std::string PanelTest::textOf(NSTextField *field) {
@@ -161,8 +170,10 @@ void PanelTest::type(NSTextField *field, const char *text) {
 void PanelTest::chooseNext(const std::string &path) {
   [chosenFile release];
   chosenFile = path.empty() ? nil : [bridge::pathString(path) retain];
-  method_setImplementation(class_getInstanceMethod([PrivateView class], @selector(openFile)),
-                           reinterpret_cast<IMP>(answerChosenFile));
+  const IMP before =
+      method_setImplementation(openFileMethod(), reinterpret_cast<IMP>(answerChosenFile));
+  if (realOpenFile == nullptr)
+    realOpenFile = before;
 }
 
 std::string captionMarkup(const std::string &text, const std::string &attributes) {

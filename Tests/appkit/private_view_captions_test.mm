@@ -326,31 +326,6 @@ TEST_F(PanelCaptions, WhatXmlCannotCarryNeverStopsLaterSaves) {
   EXPECT_EQ(savedValue(0, 1, "text"), "still saved");
 }
 
-TEST_F(PanelCaptions, ChoosingAColourStoresItWhenThePanelCloses) {
-  openWithThree();
-  selectCaption(0);
-  NSColorPanel *colors = [NSColorPanel sharedColorPanel];
-  NSColor *blue = [NSColor colorWithCalibratedRed:0 green:0 blue:1 alpha:1];
-  NSArray *modes = @[ NSModalPanelRunLoopMode ];
-  [colors performSelector:@selector(setColor:) withObject:blue afterDelay:0.1 inModes:modes];
-  [colors performSelector:@selector(close) withObject:nil afterDelay:0.2 inModes:modes];
-  [panel_ onColorSelect:[panel_ btnTextColor]];
-  EXPECT_EQ(buttonColor(), "0.00 0.00 1.00");
-  EXPECT_EQ(savedValue(0, 0, "color"), "#0000FF");
-  EXPECT_EQ([colors delegate], nil);
-  EXPECT_FALSE([colors isVisible]);
-}
-
-TEST_F(PanelCaptions, AColourWithoutACaptionChangesTheButtonOnly) {
-  openWithThree();
-  const std::string before = document();
-  NSColorPanel *colors = [NSColorPanel sharedColorPanel];
-  [colors performSelector:@selector(close) withObject:nil afterDelay:0.1
-                  inModes:@[ NSModalPanelRunLoopMode ]];
-  [panel_ onColorSelect:[panel_ btnTextColor]];
-  EXPECT_EQ(document(), before);
-}
-
 TEST_F(PanelCaptions, TheTemplateOfANewOneIsNeverNil) {
   openWithThree();
   EXPECT_EQ([[panel_ getTextDictTemplate:nil] count], 0U);

@@ -60,6 +60,8 @@ TEST_F(PanelSetUp, BuildsTheColumnsOfBothTables) {
                                       "4 Align", "5 In Time", "6 Stay Time", "7 Text Align",
                                       "8 Text Animation", "9 Start Direction", "10 ID"}));
   EXPECT_FALSE([[panel_ tbContent] allowsColumnSelection]);
+  EXPECT_TRUE([[panel_ tableView] drawsGrid]);
+  EXPECT_TRUE([[panel_ tbContent] drawsGrid]);
   EXPECT_EQ([[panel_ tbContent] dataSource], captions());
   EXPECT_EQ([[panel_ tableView] delegate], slides());
 }
@@ -111,16 +113,45 @@ TEST_F(PanelSetUp, WithoutAContainerTheTablesAreEmptyAndThePanelStaysUsable) {
   EXPECT_NE(document().find("intro_asset/new.jpg"), std::string::npos);
 }
 
-TEST_F(PanelSetUp, OpensOnWhateverStandsInThePlaceOfTheDocument) {
-  for (const std::string &bytes :
-       {std::string("no markup"), std::string(), std::string("<main><data><slide"),
-        std::string("<main><data/><data><slide Background_image='last'/></data></main>"),
-        std::string("\xFF\xFE\x00", 3), std::string("<a/>")}) {
+TEST_F(PanelSetUp, OpensEmptyOnWhatIsNoDocument) {
+  for (const std::string &bytes : {std::string("no markup"), std::string(), std::string("<a/>"),
+                                   std::string("\xFF\xFE\x00", 3), std::string("<main")}) {
     open(bytes);
+    EXPECT_EQ([[panel_ tableView] numberOfColumns], 0) << bytes;
+    EXPECT_EQ([[panel_ tbContent] dataSource], nil) << bytes;
+    EXPECT_EQ(slideFiles(), std::vector<std::string>{}) << bytes;
     [panel_ onSave:nil];
+    EXPECT_EQ(document(), "<?xml version=\"1.0\" encoding=\"utf-8\"?><main><define_animation_Style>"
+                          "<s Name=\"Template style\"/></define_animation_Style><data/></main>")
+        << bytes;
     settle();
     close();
   }
+}
+
+TEST_F(PanelSetUp, OfSeveralContainersTheLastIsShownAndOneIsSaved) {
+  open("<main><data><slide Background_image='first'/></data>"
+       "<data><slide Background_image='last'/></data></main>");
+  EXPECT_EQ(slideFiles(), std::vector<std::string>{"last"});
+  [panel_ onSave:nil];
+  EXPECT_NE(
+      document().find("<data><slide effect=\"fade\" Background_image=\"last\"/></data></main>"),
+      std::string::npos);
+  EXPECT_EQ(document().find("first"), std::string::npos);
+}
+
+TEST_F(PanelSetUp, AMalformedDocumentIsShownAsFarAsItCanBeRead) {
+  open("<main kept='1'><data><slide Background_image='a.jpg'>" + captionMarkup("Hi") +
+       "<slide Background_image='b.jpg'");
+  EXPECT_EQ([[panel_ tableView] numberOfColumns], 1);
+  ASSERT_FALSE(slideFiles().empty());
+  EXPECT_EQ(slideFiles().front(), "a.jpg");
+  selectSlide(0);
+  ASSERT_FALSE(captionTexts().empty());
+  EXPECT_EQ(captionTexts().front(), "Hi");
+  [panel_ onSave:nil];
+  EXPECT_NE(document().find("<main kept=\"1\">"), std::string::npos);
+  EXPECT_EQ(savedValue(0, 0, "text"), "Hi");
 }
 
 TEST_F(PanelSetUp, InstallsAMissingWorkspace) {
@@ -134,6 +165,44 @@ TEST_F(PanelSetUp, WithoutATemplateNothingIsMissedThatIsNotThere) {
   open(documentMarkup(slideMarkup("a.jpg", captionMarkup("Hi", "own='1'"))));
   EXPECT_TRUE([[field("SlideXML") attributeForName:@"Background_image"] isEqual:@"a.jpg"]);
   [panel_ onSave:nil];
+  EXPECT_EQ(savedValue(0, 0, "own"), "1");
+}
+
+TEST_F(PanelSetUp, TheTemplateIsTheBundlesWhereverThereIsABundle) {
+  open(documentMarkup(slideMarkup("a.jpg")));
+  EXPECT_TRUE([[[panel_ getDataXML] XMLString] hasPrefix:@"<main><define_animation_Style><s Name="
+                                                         @"\"Template style\"/>"]);
+  folder_.write("bundle/Contents/Resources/data/intro_asset/data.xml", "no markup");
+  EXPECT_EQ([panel_ getDataXML], nil);
+  std::filesystem::remove_all(folder_.at("bundle"));
+  EXPECT_TRUE([[[panel_ getDataXML] attributeForName:@"version"] isEqual:@"7"]);
+  std::filesystem::remove_all(folder_.at("workspace"));
+  EXPECT_EQ([panel_ getDataXML], nil);
+}
+
+TEST_F(PanelSetUp, ATemplateThatLacksAPartLeavesWhatIsKnown) {
+  open(documentMarkup(""));
+  folder_.write("bundle/Contents/Resources/data/intro_asset/data.xml", "<main><data/></main>");
+  [panel_ loadStyleXML];
+  [panel_ loadSlideXML];
+  EXPECT_TRUE(
+      [[field("StyleXML") XMLString] hasPrefix:@"<define_animation_Style><s Name=\"Fade\"/>"]);
+  EXPECT_TRUE([[field("SlideXML") attributeForName:@"effect"] isEqual:@"fade"]);
+  folder_.write("bundle/Contents/Resources/data/intro_asset/data.xml",
+                "<main><define_animation_Style/><define_animation_Style a='2'/>"
+                "<data><slide effect='new'/><slide/></data><data/></main>");
+  [panel_ loadStyleXML];
+  [panel_ loadSlideXML];
+  EXPECT_TRUE([[field("StyleXML") XMLString] isEqual:@"<define_animation_Style/>"]);
+  EXPECT_TRUE([[field("SlideXML") attributeForName:@"effect"] isEqual:@"new"]);
+}
+
+TEST_F(PanelSetUp, WithoutAnyTemplateSlideCaptionsAreStillSaved) {
+  folder_.write("bundle/Contents/Resources/data/intro_asset/data.xml", "<main/>");
+  open(documentMarkup(slideMarkup("a.jpg", captionMarkup("Hi", "own='1'"))));
+  EXPECT_EQ(field("SlideXML"), nil);
+  [panel_ onSave:nil];
+  EXPECT_EQ(savedValue(0, 0, "text"), "Hi");
   EXPECT_EQ(savedValue(0, 0, "own"), "1");
 }
 
@@ -164,6 +233,23 @@ TEST_F(PanelSave, ASavedDocumentIsSavedAgainByteForByte) {
   EXPECT_EQ(document(), once);
 }
 
+TEST_F(PanelSave, ANodeThatIsNoCaptionBecomesOneOfTheTemplatesValues) {
+  open(documentMarkup(slideMarkup("a.jpg", "<!--x-->" + captionMarkup("Hi", "In_Time='5'"))));
+  [panel_ onSave:nil];
+  EXPECT_EQ(savedValue(0, 0, "text"), "(null)");
+  EXPECT_EQ(savedValue(0, 0, "speed"), "2");
+  EXPECT_EQ(savedValue(0, 1, "In_Time"), "5");
+  EXPECT_EQ(savedValue(0, 1, "text"), "Hi");
+}
+
+TEST_F(PanelSave, ACaptionThatWasSavedAndCannotBeReadBecomesNull) {
+  open(documentMarkup(slideMarkup("a.jpg", captionMarkup("Rhythm & Blues", "In_Time='5'"))));
+  [panel_ onSave:nil];
+  EXPECT_EQ(savedValue(0, 0, "text"), "(null)");
+  EXPECT_EQ(savedValue(0, 0, "size"), "(null)");
+  EXPECT_EQ(savedValue(0, 0, "In_Time"), "5");
+}
+
 TEST_F(PanelSave, TakesTheRootsAttributesFromTheFileAsItIsNow) {
   open(documentMarkup(""));
   folder_.write("workspace/intro_asset/data.xml", "<changed a='&lt;' b='2'><data/>");
@@ -184,6 +270,17 @@ TEST_F(PanelSave, ChangesNoOtherFileAndKeepsTheFilesMode) {
     names.push_back(entry.path().filename());
   std::ranges::sort(names);
   EXPECT_EQ(names, (std::vector<std::string>{"data.xml", "index.html", "intro_asset"}));
+}
+
+TEST_F(PanelSave, WritesNothingThroughALinkThatLeadsOutOfTheWorkspace) {
+  folder_.write("outside/data.xml", documentMarkup(slideMarkup("a.jpg")));
+  std::filesystem::create_directory(folder_.at("workspace"));
+  std::filesystem::create_directory_symlink("../outside", inWorkspace("intro_asset"));
+  open();
+  const std::string before = document();
+  EXPECT_EQ(slideFiles(), std::vector<std::string>{"a.jpg"});
+  [panel_ onSave:nil];
+  EXPECT_EQ(document(), before);
 }
 
 TEST_F(PanelSave, HasTheOwnerSaveOnAnotherThread) {

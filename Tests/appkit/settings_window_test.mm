@@ -270,3 +270,16 @@ TEST(SettingsWindow, ReleasingBeforeTheWindowWasLoadedIsHarmless) {
   session.releaseController();
   SUCCEED();
 }
+
+TEST(SettingsEnd, AThreadThatSavesAfterOKIsTooLate) {
+  SettingsSession session;
+  [session.window() makeKeyAndOrderFront:nil];
+  [session.field(@"btnOK") performClick:nil];
+  pumpFor(0.1);
+  const std::string file = session.folder().write("workspace/settings.dat", "as OK left it");
+  [NSThread detachNewThreadSelector:@selector(saveGlobalSettings) toTarget:session.controller()
+                         withObject:nil];
+  [session.controller() setIsChange:NO];
+  EXPECT_TRUE(pumpUntil([&] { return [session.controller() isChange] == YES; }));
+  EXPECT_EQ(fileBytes(file), "as OK left it");
+}

@@ -164,6 +164,91 @@ TEST_F(WebViewInput, TabGoesThroughThePageAndLeavesItAtItsEnd) {
   EXPECT_TRUE(pumpEventsUntil([&] { return [field currentEditor] != nil; }));
 }
 
+namespace {
+
+// Two inputs, and which of them has the keyboard.
+const char *const kTwoInputs = R"(<input id=i><input id=j><script>
+window.where = () => document.hasFocus() ? document.activeElement.id || 'body' : 'nowhere';
+</script>)";
+
+} // namespace
+
+class WebViewTab : public WebViewInput {
+protected:
+  WebViewTab() {
+    before_ = addField(20);
+    after_ = addField(220);
+    [before_ setNextKeyView:view];
+    [view setNextKeyView:after_];
+    [after_ setNextKeyView:before_];
+    show(kTwoInputs);
+    [window makeFirstResponder:before_];
+  }
+
+  /// What the keyboard acts on: "before", "after", "i", "j", or "body" for no element of the page.
+  std::string place() {
+    const std::string inPage = run("where()");
+    if ([window firstResponder] == view)
+      return inPage;
+    if ([before_ currentEditor] != nil)
+      return "before";
+    if ([after_ currentEditor] != nil)
+      return "after";
+    return "?";
+  }
+
+  /// Presses a real key; answers where the keyboard is once that has changed.
+  std::string placeAfter(const std::string &key) {
+    const std::string start = place();
+    if (!xdotool("key " + key))
+      return "no xdotool";
+    pumpEventsUntil([&] { return place() != start && place() != "body"; }, 2);
+    return place();
+  }
+
+private:
+  NSTextField *addField(CGFloat x) {
+    NSTextField *field =
+        [[[NSTextField alloc] initWithFrame:NSMakeRect(x, 350, 100, 24)] autorelease];
+    [[window contentView] addSubview:field];
+    return field;
+  }
+
+  NSTextField *before_ = nil;
+  NSTextField *after_ = nil;
+};
+
+TEST_F(WebViewTab, TheRealTabKeyGoesThroughThePageAgainAndAgain) {
+  for (int round = 0; round < 3; ++round)
+    for (const char *expected : {"i", "j", "after", "before"})
+      EXPECT_EQ(placeAfter("Tab"), expected) << "round " << round;
+}
+
+TEST_F(WebViewTab, TheRealTabKeyWithShiftGoesBackThroughThePageAgainAndAgain) {
+  for (int round = 0; round < 3; ++round)
+    for (const char *expected : {"after", "j", "i", "before"})
+      EXPECT_EQ(placeAfter("shift+Tab"), expected) << "round " << round;
+}
+
+TEST_F(WebViewTab, ThePageIsPassedByWhenNothingInItTakesTheKeyboard) {
+  show("<p>text</p><script>window.where = () => 'body'</script>", "text.html");
+  for (int round = 0; round < 2; ++round) {
+    EXPECT_EQ(placeAfter("Tab"), "after") << "round " << round;
+    EXPECT_EQ(placeAfter("shift+Tab"), "before") << "round " << round;
+  }
+}
+
+TEST_F(WebViewTab, TheDirectionCanTurnInThePage) {
+  for (int round = 0; round < 3; ++round) {
+    EXPECT_EQ(placeAfter("Tab"), "i") << "round " << round;
+    EXPECT_EQ(placeAfter("shift+Tab"), "before") << "round " << round;
+    EXPECT_EQ(placeAfter("shift+Tab"), "after") << "round " << round;
+    EXPECT_EQ(placeAfter("shift+Tab"), "j") << "round " << round;
+    EXPECT_EQ(placeAfter("Tab"), "after") << "round " << round;
+    EXPECT_EQ(placeAfter("Tab"), "before") << "round " << round;
+  }
+}
+
 TEST_F(WebViewInput, ADragInThePageSelectsTextAndDragsNothingOut) {
   show("<div style='font:20px monospace'>some words to select</div>"
        "<a href=x style='position:absolute;top:100px;left:0;width:100px;height:50px'>link</a>");

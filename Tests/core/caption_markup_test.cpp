@@ -19,7 +19,7 @@ namespace {
 
 std::string markupOf(const std::string& text, const std::string& size = "24",
                      const std::string& color = "#FF0000") {
-  return captionMarkup(&text, &size, &color);
+  return captionMarkup(text, size, color);
 }
 
 // The same reading through the general parser: a comment keeps it from knowing the form.
@@ -35,7 +35,7 @@ TEST(CaptionMarkup, IsABoldFontWithTheValuesAsTheyStand) {
 }
 
 TEST(CaptionMarkup, AMissingValueIsWrittenAsNull) {
-  EXPECT_EQ(captionMarkup(nullptr, nullptr, nullptr),
+  EXPECT_EQ(captionMarkup({}, {}, {}),
             "<b><font size=\"(null)\" color=\"(null)\">(null)</font></b>");
 }
 

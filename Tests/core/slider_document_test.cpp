@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <memory>
 #include <random>
 #include <string>
 
@@ -23,37 +24,37 @@ const std::string kTemplate =
     "<text kind='html'><![CDATA[<b><font size=\"12\" color=\"#000000\">New</font></b>]]></text>"
     "</text>\n  </slide>\n <slide second='1'/></data>\n</main>";
 
-xml::Node parsed(const std::string& markup) {
-  auto root = xml::parse(markup, xml::Mode::Strict);
+xml::Tree parsed(const std::string& markup) {
+  xml::Tree root = xml::parse(markup, xml::Mode::Strict);
   EXPECT_TRUE(root) << markup;
-  return root ? *std::move(root) : xml::Node{};
+  return root ? root : std::make_shared<const xml::Node>();
 }
 
-slider::Document readData(const xml::Node& root) {
-  return slider::readDocument(root);
+slider::Document readData(const xml::Tree& root) {
+  return slider::readDocument(*root);
 }
 
 std::vector<Slide> slidesOf(const std::string& data) {
-  return slider::readDocument(parsed("<main><data>" + data + "</data></main>"))
+  return slider::readDocument(*parsed("<main><data>" + data + "</data></main>"))
       .slides.value_or(std::vector<Slide>{});
 }
 
 // One save of what a document holds, with the template above.
 std::string saved(const std::string& document) {
-  const xml::Node root = parsed(document);
-  const xml::Node templates = parsed(kTemplate);
-  const slider::Document read = slider::readDocument(root);
+  const xml::Tree root = parsed(document);
+  const xml::Tree templates = parsed(kTemplate);
+  const slider::Document read = slider::readDocument(*root);
   const slider::DocumentShape shape = {
-      .root = &root,
-      .styles = read.styles != nullptr ? read.styles : slider::templateStyles(templates),
-      .slide = slider::templateSlide(templates)};
+      .root = root.get(),
+      .styles = read.styles != nullptr ? read.styles : slider::templateStyles(*templates),
+      .slide = slider::templateSlide(*templates)};
   return slider::writeDocument(read.slides.value_or(std::vector<Slide>{}), shape);
 }
 
 std::string written(const std::vector<Slide>& slides, const std::string& templateMarkup) {
-  const xml::Node templates = parsed(templateMarkup);
+  const xml::Tree templates = parsed(templateMarkup);
   return slider::writeDocument(
-      slides, {.root = nullptr, .styles = nullptr, .slide = slider::templateSlide(templates)});
+      slides, {.root = nullptr, .styles = nullptr, .slide = slider::templateSlide(*templates)});
 }
 
 const std::string kDeclaration = R"(<?xml version="1.0" encoding="utf-8"?>)";
@@ -61,7 +62,7 @@ const std::string kDeclaration = R"(<?xml version="1.0" encoding="utf-8"?>)";
 } // namespace
 
 TEST(SliderRead, ReadsStylesSlidesAndTextObjects) {
-  const xml::Node root = parsed(
+  const xml::Tree root = parsed(
       "<other><define_animation_Style><a Name='Fade'/><!--x--> <b/><c Name='Fly'/>"
       "</define_animation_Style><data><slide Background_image='intro_asset/a.jpg'>"
       "<text In_Time='3' extra='e'><text><![CDATA[<b><font size=\"24\" color=\"#FF0000\">Hi"
@@ -81,7 +82,7 @@ TEST(SliderRead, ReadsStylesSlidesAndTextObjects) {
 }
 
 TEST(SliderRead, OfSeveralContainersAndStylesTheLastCounts) {
-  const xml::Node root = parsed(
+  const xml::Tree root = parsed(
       "<main><data><slide Background_image='1'/></data><define_animation_Style a='1'/>"
       "<data><slide Background_image='2'/></data><define_animation_Style a='2'/><x/></main>");
   const slider::Document document = readData(root);
@@ -90,10 +91,10 @@ TEST(SliderRead, OfSeveralContainersAndStylesTheLastCounts) {
 }
 
 TEST(SliderRead, AMissingContainerIsNotAnEmptyOne) {
-  const xml::Node without = parsed("<main/>");
+  const xml::Tree without = parsed("<main/>");
   EXPECT_FALSE(readData(without).slides);
   EXPECT_EQ(readData(without).styles, nullptr);
-  const xml::Node with = parsed("<main><data/></main>");
+  const xml::Tree with = parsed("<main><data/></main>");
   EXPECT_EQ(readData(with).slides, std::vector<Slide>{});
 }
 
@@ -142,17 +143,17 @@ TEST(SliderRead, AnEndMarkDividedBetweenSectionsIsReadAsOneText) {
 }
 
 TEST(SliderTemplate, IsTheFirstSlideOfTheFirstContainer) {
-  const xml::Node root = parsed("<main><data> <x/><slide n='1'/><slide n='2'/></data>"
+  const xml::Tree root = parsed("<main><data> <x/><slide n='1'/><slide n='2'/></data>"
                                 "<data><slide n='3'/></data></main>");
-  EXPECT_EQ(*slider::templateSlide(root)->attribute("n"), "1");
-  EXPECT_EQ(slider::templateStyles(root), nullptr);
-  EXPECT_EQ(slider::templateSlide(parsed("<main><data/><data><slide/></data></main>")), nullptr);
-  EXPECT_EQ(slider::templateSlide(parsed("<main/>")), nullptr);
+  EXPECT_EQ(*slider::templateSlide(*root)->attribute("n"), "1");
+  EXPECT_EQ(slider::templateStyles(*root), nullptr);
+  EXPECT_EQ(slider::templateSlide(*parsed("<main><data/><data><slide/></data></main>")), nullptr);
+  EXPECT_EQ(slider::templateSlide(*parsed("<main/>")), nullptr);
 }
 
 TEST(SliderTemplate, GivesTheDefaultsOfANewTextObject) {
-  const xml::Node templates = parsed(kTemplate);
-  const TextObject defaults = slider::textObjectDefaults(slider::templateSlide(templates));
+  const xml::Tree templates = parsed(kTemplate);
+  const TextObject defaults = slider::textObjectDefaults(slider::templateSlide(*templates));
   EXPECT_EQ(*defaults.find("Background_image"), "");
   EXPECT_EQ(*defaults.find("speed"), "2");
   EXPECT_EQ(*defaults.find("text"), "New");
@@ -163,10 +164,10 @@ TEST(SliderTemplate, GivesTheDefaultsOfANewTextObject) {
 
 TEST(SliderTemplate, WithoutATextObjectThereIsLittleToStartFrom) {
   EXPECT_EQ(slider::textObjectDefaults(nullptr), TextObject{});
-  const xml::Node slide = parsed("<slide Background_image='a'/>");
-  EXPECT_EQ(slider::textObjectDefaults(&slide), (TextObject{{"Background_image", "a"}}));
-  const xml::Node other = parsed("<slide><title a='1'/><text b='2'/></slide>");
-  EXPECT_EQ(slider::textObjectDefaults(&other), TextObject{});
+  const xml::Tree slide = parsed("<slide Background_image='a'/>");
+  EXPECT_EQ(slider::textObjectDefaults(slide.get()), (TextObject{{"Background_image", "a"}}));
+  const xml::Tree other = parsed("<slide><title a='1'/><text b='2'/></slide>");
+  EXPECT_EQ(slider::textObjectDefaults(other.get()), TextObject{});
 }
 
 TEST(SliderWrite, WritesSlidesInTheShapeOfTheTemplate) {
@@ -227,7 +228,7 @@ TEST(SliderWrite, AWhollyMissingCaptionIsWrittenAsNull) {
       saved("<main><data><slide Background_image='a'><!--c--></slide></data></main>");
   EXPECT_NE(once.find("<![CDATA[<b><font size=\"(null)\" color=\"(null)\">(null)</font></b>]]>"),
             std::string::npos);
-  const xml::Node root = parsed(once);
+  const xml::Tree root = parsed(once);
   EXPECT_EQ(*readData(root).slides->at(0).textObjects.at(0).find("text"), "(null)");
 }
 
@@ -314,7 +315,7 @@ TEST(SliderSave, WhatWasWrittenIsReadBackAndSavedAgainByteForByte) {
   for (int round = 0; round < rounds(1000); ++round) {
     const std::vector<Slide> slides = anySlides(random);
     const std::string once = written(slides, kTemplate);
-    const xml::Node root = parsed(once);
+    const xml::Tree root = parsed(once);
     ASSERT_EQ(readData(root).slides, slides) << once;
     ASSERT_EQ(written(*readData(root).slides, kTemplate), once);
   }
@@ -328,7 +329,7 @@ TEST(SliderSave, NoCaptionMakesTheDocumentUnreadable) {
       text += random() % 4 == 0 ? "]]>"[random() % 3] : static_cast<char>(random());
     TextObject record = {{"text", text}, {"size", "1"}, {"color", "c"}, {"Align", text}};
     const std::string once = written({{text, {record}}, {"next", {}}}, kTemplate);
-    const xml::Node root = parsed(once);
+    const xml::Tree root = parsed(once);
     ASSERT_EQ(readData(root).slides->size(), 2U) << once;
   }
 }
@@ -339,6 +340,6 @@ TEST(SliderSave, ACaptionOfOneMegabyteComesBack) {
     text += "\xF0\x9F\x98\x80 caption ";
   const std::string once =
       written({{"a", {{{"text", text}, {"size", "1"}, {"color", "c"}}}}}, kTemplate);
-  const xml::Node root = parsed(once);
+  const xml::Tree root = parsed(once);
   EXPECT_EQ(*readData(root).slides->at(0).textObjects.at(0).find("text"), text);
 }

@@ -11,8 +11,10 @@
 
 #include <array>
 #include <cerrno>
+#include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <ctime>
 #include <filesystem>
 #include <fstream>
 #include <vector>
@@ -203,17 +205,52 @@ void asOrdinaryUser(const std::function<void()>& body) {
   });
 }
 
+namespace {
+
+/// Keeps the user's number in a name space of his own: without it he can make no files there.
+void mapUser(uid_t user, gid_t group) {
+  const auto map = [](const char* file, const std::string& text) { std::ofstream(file) << text; };
+  map("/proc/self/setgroups", "deny");
+  map("/proc/self/uid_map", std::to_string(user) + " " + std::to_string(user) + " 1");
+  map("/proc/self/gid_map", std::to_string(group) + " " + std::to_string(group) + " 1");
+}
+
+} // namespace
+
+void setReadOnly(const std::string& folder, bool isReadOnly) {
+  const unsigned long flags = MS_REMOUNT | (isReadOnly ? MS_RDONLY : 0UL);
+  ASSERT_EQ(mount("none", folder.c_str(), nullptr, flags, nullptr), 0) << std::strerror(errno);
+}
+
 void withSmallDisk(const std::string& folder, size_t bytes, const std::function<void()>& body) {
   inChild([&] {
     const bool isRoot = geteuid() == 0;
+    const uid_t user = geteuid();
+    const gid_t group = getegid();
     ASSERT_EQ(unshare(isRoot ? CLONE_NEWNS : CLONE_NEWNS | CLONE_NEWUSER), 0)
         << "no mount name space: " << std::strerror(errno);
+    if (!isRoot)
+      mapUser(user, group);
     ASSERT_EQ(mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr), 0);
     ASSERT_EQ(mount("none", folder.c_str(), "tmpfs", 0, ("size=" + std::to_string(bytes)).c_str()),
               0)
         << "no file system could be mounted: " << std::strerror(errno);
     body();
   });
+}
+
+void killSelfAfter(std::chrono::nanoseconds delay) {
+  sigevent event{};
+  event.sigev_notify = SIGEV_SIGNAL;
+  event.sigev_signo = SIGKILL;
+  timer_t timer{};
+  if (timer_create(CLOCK_MONOTONIC, &event, &timer) != 0)
+    _exit(2);
+  itimerspec when{};
+  when.it_value.tv_sec = delay.count() / 1'000'000'000;
+  when.it_value.tv_nsec = delay.count() % 1'000'000'000;
+  if (timer_settime(timer, 0, &when, nullptr) != 0)
+    _exit(2);
 }
 
 void growTree(const std::string& folder, std::mt19937& random, int entries) {

@@ -3,6 +3,7 @@
 
 #include "support/temporary_folder.h"
 
+#include <chrono>
 #include <functional>
 #include <map>
 #include <random>
@@ -35,6 +36,13 @@ void asOrdinaryUser(const std::function<void()>& body);
 
 /// Runs the body in a process of its own with a small file system of `bytes` mounted at `folder`.
 void withSmallDisk(const std::string& folder, size_t bytes, const std::function<void()>& body);
+
+/// Makes the mounted file system at the folder read-only, or writable again. For bodies of
+/// withSmallDisk.
+void setReadOnly(const std::string& folder, bool isReadOnly);
+
+/// Makes the system kill this process, with no chance to clean up, after the given time.
+void killSelfAfter(std::chrono::nanoseconds delay);
 
 /// Runs the body in a process of its own.
 void inChild(const std::function<void()>& body);

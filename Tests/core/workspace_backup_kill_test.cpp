@@ -12,8 +12,6 @@
 #include <algorithm>
 #include <chrono>
 #include <cmath>
-#include <csignal>
-#include <ctime>
 #include <filesystem>
 #include <iostream>
 
@@ -33,21 +31,6 @@ void fill(const TemporaryFolder& folder, char content, const std::string& extra)
     folder.write(workspace + (i % 2 == 0 ? "sub/" : "") + std::to_string(i),
                  std::string(2000, content));
   folder.write(workspace + extra, "x");
-}
-
-/// Makes the system kill this process, with no chance to clean up, after the given time.
-void killSelfAfter(std::chrono::nanoseconds delay) {
-  sigevent event{};
-  event.sigev_notify = SIGEV_SIGNAL;
-  event.sigev_signo = SIGKILL;
-  timer_t timer{};
-  if (timer_create(CLOCK_MONOTONIC, &event, &timer) != 0)
-    _exit(2);
-  itimerspec when{};
-  when.it_value.tv_sec = delay.count() / 1'000'000'000;
-  when.it_value.tv_nsec = delay.count() % 1'000'000'000;
-  if (timer_settime(timer, 0, &when, nullptr) != 0)
-    _exit(2);
 }
 
 /// Restores in a process of its own and kills that after the given time, 0 being never. Answers

@@ -10,7 +10,6 @@
 
 namespace xml = vireonix::core::xml;
 using xml::Mode;
-using xml::Node;
 
 namespace {
 
@@ -21,7 +20,7 @@ constexpr std::string_view kDocument =
     "<slide a_b='' c.d-e='\xC3\xA9'><!--in--><t>x</t ><t></t></slide>]]\n</main>\n<!-- after -->\n";
 
 // A carriage return after the root changes nothing, but it is not plain.
-std::optional<Node> parseGenerally(const std::string& document) {
+xml::Tree parseGenerally(const std::string& document) {
   EXPECT_FALSE(xml::parsePlain(document + "\r"));
   return xml::parse(document + "\r", Mode::Strict);
 }
@@ -93,7 +92,9 @@ unsigned long rounds() {
 TEST(XmlPlainParser, ReadsWhatDocumentsConsistOf) {
   const auto plain = xml::parsePlain(kDocument);
   ASSERT_TRUE(plain);
-  EXPECT_EQ(*plain, parseGenerally(std::string(kDocument)));
+  const xml::Tree general = parseGenerally(std::string(kDocument));
+  ASSERT_TRUE(general);
+  EXPECT_EQ(*plain, *general);
   EXPECT_EQ(*plain->attribute("bb"), "<x&y>'");
 }
 
@@ -153,8 +154,11 @@ TEST(XmlPlainParser, AnswersWhatTheGeneralParserAnswersForAnythingLikeADocument)
     if (!plain)
       continue;
     ++read;
-    ASSERT_EQ(plain, parseGenerally(document)) << document;
-    ASSERT_EQ(plain, xml::parse(document + "\r", Mode::Lenient)) << document;
+    for (const xml::Tree& general :
+         {parseGenerally(document), xml::parse(document + "\r", Mode::Lenient)}) {
+      ASSERT_TRUE(general) << document;
+      ASSERT_EQ(*plain, *general) << document;
+    }
   }
   EXPECT_GT(read, rounds() / 20);
 }

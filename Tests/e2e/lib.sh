@@ -76,6 +76,12 @@ end_of_host() {
   e2e_host=
 }
 
+# expect_icon: the window manager is given the host's icon, a drawing of 128 by 128 points.
+expect_icon() {
+  within 5 has_icon || fail "the window does not have the host's icon"
+}
+has_icon() { xprop -id "$e2e_window" _NET_WM_ICON | grep -q 'Icon (128 x 128)'; }
+
 # expect_outcome STATUS LINE...: how the host ended and exactly what it reported.
 expect_outcome() {
   local status=$1
@@ -166,14 +172,104 @@ close_window() {
   xdotool key alt+F4
 }
 
-# answer OK|Cancel: presses that button of the question that is open.
+# answer OK|Cancel|YES|NO: presses that button of the question that is open.
 answer() {
   local from_right WIDTH HEIGHT
-  case $1 in OK) from_right=42 ;; Cancel) from_right=124 ;; esac
-  within 10 window_appears '^Alert$' || fail "no question appeared"
-  picture question
+  case $1 in OK | YES) from_right=42 ;; Cancel | NO) from_right=124 ;; esac
+  expect_question
   eval "$(xdotool getwindowgeometry --shell "$found_window" | grep -E '^(WIDTH|HEIGHT)=')"
   press "$found_window" $((WIDTH - from_right)) $((HEIGHT - 22))
+}
+
+# expect_question: an alert is open; it is kept in a picture.
+expect_question() {
+  within 10 window_appears '^Alert$' || fail "no question appeared"
+  picture question
+}
+
+# answer_by_key KEY: presses a key in the question that is open.
+answer_by_key() {
+  expect_question
+  xdotool key "$1"
+  within 10 is_gone '^Alert$' || fail "the question stayed open"
+}
+
+# is_gone NAME: whether no window of that name is on the display.
+is_gone() { ! window_appears "$1"; }
+
+# choose_file FOLDER: the only picture in a folder, in the open panel: types the folder's way, clicks the picture and presses Return.
+choose_file() {
+  within 10 window_appears '^Select a file' || fail "no open panel appeared"
+  local panel=$found_window
+  xdotool key Home shift+End
+  xdotool type --delay 20 "$1/"
+  sleep 0.5
+  # The first file of the second column.
+  press "$panel" 240 105
+  picture choice
+  xdotool key Return
+  within 10 is_gone '^Select a file' || fail "the open panel stayed open"
+}
+
+# choose_item COMBO INDEX: an item of a combo box's list, by the arrow and the mouse.
+choose_item() {
+  local x y height line=22
+  read -r x y < <(lower_left "$1")
+  height=$(window_height)
+  press "$e2e_window" $((x + $(frame_of "$1" width) - 14)) $((height - y - 13))
+  press "$e2e_window" $((x + 30)) $((height - y + line * $2 + line / 2 - 1))
+}
+
+# open_colours: the colour panel, by the colour button; its number is in $found_window.
+open_colours() {
+  click btnTextColor
+  within 10 window_appears '^Colors$' || fail "no colour panel appeared"
+}
+
+# enter_colour RED GREEN BLUE: types the three numbers into the open colour panel.
+enter_colour() {
+  local panel=$found_window y=156 number
+  press "$panel" 165 60 # the sliders
+  press "$panel" 74 110 # those of red, green and blue
+  for number; do
+    press "$panel" 167 "$y"
+    xdotool key Home shift+End
+    xdotool type --delay 30 "$number"
+    xdotool key Return
+    y=$((y + 22))
+  done
+  picture colour
+}
+
+# --- What is seen ---------------------------------------------------------------------------------
+
+# middle_of ID: the colour in the middle of a control, as #RRGGBB.
+middle_of() {
+  local x y
+  read -r x y < <(lower_left "$1")
+  import -window "$e2e_window" -depth 8 -crop \
+    "1x1+$((x + $(frame_of "$1" width) / 2))+$(($(window_height) - y - $(frame_of "$1" height) / 2))" \
+    txt:- | grep -o '#[0-9A-F]\{6\}' | head -n 1
+}
+
+# share_of_preview COLOUR: how many of 1,000 pixels of the preview have nearly that colour.
+share_of_preview() {
+  local x y width height
+  read -r x y < <(lower_left iWebView)
+  width=$(frame_of iWebView width)
+  height=$(frame_of iWebView height)
+  import -window "$e2e_window" -crop \
+    "${width}x$height+$x+$(($(window_height) - y - height))" +repage png:- |
+    convert - -fuzz 4% -fill black +opaque "$1" -fill white -opaque "$1" \
+      -format '%[fx:round(1000*mean)]' info:-
+}
+
+preview_has() { [ "$(share_of_preview "$1")" -ge "$2" ]; }
+
+# expect_in_preview COLOUR SHARE: the preview comes to show that many of 1,000 pixels in a colour.
+expect_in_preview() {
+  within 15 preview_has "$1" "$2" ||
+    fail "the preview shows $(share_of_preview "$1") of 1000 pixels in $1 and not $2"
 }
 
 # --- Comparisons ----------------------------------------------------------------------------------

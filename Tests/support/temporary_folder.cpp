@@ -1,5 +1,7 @@
 #include "support/temporary_folder.h"
 
+#include <unistd.h>
+
 #include <cstdlib>
 #include <fstream>
 #include <iterator>
@@ -10,8 +12,10 @@ namespace vireonix::test {
 
 namespace fs = std::filesystem;
 
-TemporaryFolder::TemporaryFolder() {
-  std::string pattern = fs::temp_directory_path() / "vireonix-test-XXXXXX";
+TemporaryFolder::TemporaryFolder() : TemporaryFolder(fs::temp_directory_path()) {}
+
+TemporaryFolder::TemporaryFolder(const fs::path& parent) {
+  std::string pattern = parent / "vireonix-test-XXXXXX";
   if (mkdtemp(pattern.data()) == nullptr)
     throw std::runtime_error("no temporary folder could be made");
   path_ = pattern;
@@ -32,6 +36,11 @@ std::string TemporaryFolder::write(std::string_view relative, std::string_view b
   std::ofstream(file, std::ios::binary)
       .write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
   return file;
+}
+
+fs::path memoryFolder() {
+  constexpr const char* kMemory = "/dev/shm";
+  return access(kMemory, W_OK | X_OK) == 0 ? fs::path(kMemory) : fs::temp_directory_path();
 }
 
 std::string fileBytes(const fs::path& path) {

@@ -10,6 +10,8 @@ namespace vireonix::test {
 class TemporaryFolder {
 public:
   TemporaryFolder();
+  /// In the given folder.
+  explicit TemporaryFolder(const std::filesystem::path& parent);
   ~TemporaryFolder();
   TemporaryFolder(const TemporaryFolder&) = delete;
   TemporaryFolder& operator=(const TemporaryFolder&) = delete;
@@ -24,6 +26,9 @@ public:
 private:
   std::filesystem::path path_;
 };
+
+/// A folder for what many rounds make and remove: in memory where there is such a file system.
+std::filesystem::path memoryFolder();
 
 /// All bytes of a file; empty when it cannot be read.
 std::string fileBytes(const std::filesystem::path& path);

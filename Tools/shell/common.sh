@@ -53,7 +53,7 @@ configure_and_build() {
   if [ ! -f "$folder/build.ninja" ] || [ $# -gt 0 ]; then
     cmake --preset "$preset" "$@" >"$log" 2>&1 || { cat "$log" >&2; fail "configuring failed"; }
   fi
-  cmake --build "$folder" || fail "the build failed"
+  cmake --build --preset "$preset" || fail "the build failed"
 }
 
 # Whether windows can be opened on the display of the environment.

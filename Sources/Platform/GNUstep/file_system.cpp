@@ -1,3 +1,4 @@
+#include "Core/descriptor.h"
 #include "Core/file_system_calls.h"
 
 #include <fcntl.h>
@@ -40,7 +41,7 @@ int renameExclusive(int fromFolder, const char* from, int toFolder, const char* 
 }
 
 int sync(int file) {
-  return fsync(file) == 0 ? 0 : errno;
+  return uninterrupted([&] { return fsync(file); }) == 0 ? 0 : errno;
 }
 
 void copyExtendedAttributes(int from, int to) {
@@ -72,6 +73,10 @@ timespec accessTime(const struct stat& info) {
 
 timespec modificationTime(const struct stat& info) {
   return info.st_mtim;
+}
+
+timespec changeTime(const struct stat& info) {
+  return info.st_ctim;
 }
 
 } // namespace vireonix::core::calls

@@ -12,6 +12,13 @@ void stopModalSession(NSInteger code) {
   [NSApp stopModalWithCode:code];
 }
 
+void prepareForModalSession(NSWindow *panel) {}
+
+void showSolidGrid(NSTableView *table) {
+  [table setGridStyleMask:NSTableViewSolidVerticalGridLineMask |
+                          NSTableViewSolidHorizontalGridLineMask];
+}
+
 void releaseTopLevelObjects(NSArray *objects) {
   // The older instantiation call hands each top-level object to its caller with a retain.
   [objects makeObjectsPerformSelector:@selector(release)];

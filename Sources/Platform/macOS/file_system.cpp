@@ -1,3 +1,4 @@
+#include "Core/descriptor.h"
 #include "Core/file_system_calls.h"
 
 #include <copyfile.h>
@@ -28,9 +29,9 @@ int renameExclusive(int fromFolder, const char* from, int toFolder, const char* 
 
 int sync(int file) {
   // A plain fsync leaves the data in the drive's own cache.
-  if (fcntl(file, F_FULLFSYNC) == 0 || fsync(file) == 0)
+  if (uninterrupted([&] { return fcntl(file, F_FULLFSYNC); }) == 0)
     return 0;
-  return errno;
+  return uninterrupted([&] { return fsync(file); }) == 0 ? 0 : errno;
 }
 
 void copyExtendedAttributes(int from, int to) {
@@ -49,6 +50,10 @@ timespec accessTime(const struct stat& info) {
 
 timespec modificationTime(const struct stat& info) {
   return info.st_mtimespec;
+}
+
+timespec changeTime(const struct stat& info) {
+  return info.st_ctimespec;
 }
 
 } // namespace vireonix::core::calls

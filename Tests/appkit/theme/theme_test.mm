@@ -1,13 +1,11 @@
 #import "Theme/HostTheme.h"
 #import "appkit/theme/gallery.h"
 #import "support/before_application.h"
+#import "support/contrast.h"
+
+#import <GNUstepGUI/GSTheme.h>
 
 #include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
-#include <map>
-#include <tuple>
 
 using namespace vireonix::test;
 
@@ -17,8 +15,6 @@ void vireonix::test::beforeApplication() {
 
 namespace {
 
-constexpr double kReadable = 4.5;
-
 class Theme : public testing::TestWithParam<HostThemeVariant> {
 protected:
   void SetUp() override { InstallHostTheme(GetParam()); }
@@ -26,39 +22,6 @@ protected:
 
 NSString *picturePath(NSString *name) {
   return [@VIREONIX_PICTURES stringByAppendingPathComponent:name];
-}
-
-double linear(int component) {
-  const double value = component / 255.0;
-  return value <= 0.04045 ? value / 12.92 : std::pow((value + 0.055) / 1.055, 2.4);
-}
-
-// Relative luminance and contrast ratio after WCAG 2.1.
-double luminance(Pixel pixel) {
-  return 0.2126 * linear(pixel.red) + 0.7152 * linear(pixel.green) + 0.0722 * linear(pixel.blue);
-}
-
-double contrast(Pixel a, Pixel b) {
-  const double one = luminance(a);
-  const double other = luminance(b);
-  return (std::max(one, other) + 0.05) / (std::min(one, other) + 0.05);
-}
-
-Pixel commonest(const Picture &picture, NSRect rect) {
-  std::map<std::tuple<int, int, int>, int> counts;
-  picture.each(rect, [&](Pixel pixel) { ++counts[{pixel.red, pixel.green, pixel.blue}]; });
-  const auto most = std::max_element(counts.begin(), counts.end(),
-                                     [](auto &a, auto &b) { return a.second < b.second; });
-  const auto [red, green, blue] = most->first;
-  return {red, green, blue};
-}
-
-// The contrast of the boldest pixel in a rectangle with its background.
-double textContrast(const Picture &picture, NSRect rect) {
-  const Pixel background = commonest(picture, rect);
-  double best = 1;
-  picture.each(rect, [&](Pixel pixel) { best = std::max(best, contrast(pixel, background)); });
-  return best;
 }
 
 NSRect inside(NSView *view, CGFloat dx, CGFloat dy) {
@@ -186,3 +149,12 @@ INSTANTIATE_TEST_SUITE_P(BothVariants, Theme, testing::Values(HostThemeLight, Ho
                          [](const auto &variant) {
                            return variant.param == HostThemeDark ? "Dark" : "Light";
                          });
+
+TEST(ThemeChanges, AChangedDefaultLeavesTheThemeInPlace) {
+  GSTheme *theme = [GSTheme theme];
+  NSUserDefaults *defaults = [NSUserDefaults standardUserDefaults];
+  [defaults setObject:@"/" forKey:@"NSDefaultOpenDirectory"];
+  [[NSNotificationCenter defaultCenter] postNotificationName:NSUserDefaultsDidChangeNotification
+                                                      object:defaults];
+  EXPECT_EQ([GSTheme theme], theme);
+}

@@ -57,6 +57,25 @@ void stopModalSession(NSInteger code) {
   wakeModalLoop();
 }
 
+// GNUstep centres a panel when its session begins, unless it is on the display already. A panel
+// that the window manager has framed before then comes back larger than it draws itself, and takes
+// clicks for places beside them.
+void prepareForModalSession(NSWindow *panel) {
+  static NSMutableSet *const placed = [[NSMutableSet alloc] init];
+  if ([panel isVisible])
+    return;
+  [panel orderFront:nil];
+  NSValue *key = [NSValue valueWithNonretainedObject:panel];
+  if (![placed containsObject:key])
+    [panel center];
+  [placed addObject:key];
+}
+
+// GNUstep's tables leave the style mask alone.
+void showSolidGrid(NSTableView *table) {
+  [table setDrawsGrid:YES];
+}
+
 void releaseTopLevelObjects(NSArray *objects) {
   [objects makeObjectsPerformSelector:@selector(release)];
 }

@@ -9,6 +9,11 @@ namespace {
 constexpr std::size_t kHeadSize = 1024;
 constexpr std::string_view kXibMark = "com.apple.InterfaceBuilder";
 
+// What reads the current kind of XIB document. The platform has no header for it.
+NSString *const kXibUnarchiver = @"GSXib5KeyedUnarchiver";
+NSString *const kRootObjectsKey = @"IBDocument.RootObjects";
+NSString *const kObjectsKey = @"IBDocument.Objects";
+
 // The loader of type "nib" that was registered before ours.
 Class replacedLoader = Nil;
 
@@ -57,6 +62,44 @@ NSDictionary *withTopLevelObjects(NSDictionary *context) {
 
 } // namespace
 
+// The platform's XIB loader, which has no header either.
+@interface GSModelLoader (XibLoader)
+- (void)awake:(NSArray *)rootObjects inContainer:(id)objects withContext:(NSDictionary *)context;
+@end
+
+namespace {
+
+BOOL instantiate(NSKeyedUnarchiver *unarchiver, GSModelLoader *loader, NSDictionary *table) {
+  @try {
+    NSArray *rootObjects = [unarchiver decodeObjectForKey:kRootObjectsKey];
+    if (rootObjects == nil)
+      return NO;
+    [loader awake:rootObjects inContainer:[unarchiver decodeObjectForKey:kObjectsKey]
+        withContext:table];
+    return YES;
+  } @catch (NSException *exception) {
+    NSLog(@"A nib could not be loaded: %@", [exception reason]);
+    return NO;
+  }
+}
+
+// The platform's own -loadModelData: first looks which kind of XIB document it is given, and never
+// frees the tree that it parses for that. The kind is known here.
+BOOL loadXib(NSData *data, NSDictionary *table, NSZone *zone) {
+  GSModelLoader *loader = [GSModelLoaderFactory modelLoaderForFileType:@"xib"];
+  Class unarchiverClass = NSClassFromString(kXibUnarchiver);
+  if (unarchiverClass == Nil || ![loader respondsToSelector:@selector(awake:
+                                                                inContainer:withContext:)])
+    return [loader loadModelData:data externalNameTable:table withZone:zone];
+  NSKeyedUnarchiver *unarchiver = [[unarchiverClass alloc] initForReadingWithData:data];
+  [unarchiver setObjectZone:zone];
+  const BOOL loaded = instantiate(unarchiver, loader, table);
+  [unarchiver release];
+  return loaded;
+}
+
+} // namespace
+
 @implementation XibNibLoader
 
 + (void)load {
@@ -84,8 +127,7 @@ NSDictionary *withTopLevelObjects(NSDictionary *context) {
   if (!isXibDocument(data))
     return [replaced() loadModelData:data externalNameTable:context withZone:zone];
   NSDictionary *table = withTopLevelObjects(context);
-  GSModelLoader *loader = [GSModelLoaderFactory modelLoaderForFileType:@"xib"];
-  const BOOL loaded = [loader loadModelData:data externalNameTable:table withZone:zone];
+  const BOOL loaded = loadXib(data, table, zone);
   repairTopLevelObjects([table objectForKey:NSNibTopLevelObjects]);
   return loaded;
 }

@@ -6,6 +6,7 @@
 @interface WebRunLoopSource : NSObject <RunLoopEvents> {
 @private
   void *descriptor_;
+  NSTimer *linger_;
   NSUInteger users_;
   BOOL watching_;
 }

@@ -16,6 +16,8 @@ static const int kDispatchMilliseconds = 8;
 // The engine's processes end after the last page, and need GLib's loop for that.
 static const NSTimeInterval kLingerSeconds = 5;
 
+static const NSTimeInterval kDecades = 1e9;
+
 @implementation WebRunLoopSource
 
 + (WebRunLoopSource *)sharedSource {
@@ -29,8 +31,22 @@ static const NSTimeInterval kLingerSeconds = 5;
   return @[ NSDefaultRunLoopMode, NSModalPanelRunLoopMode, NSEventTrackingRunLoopMode ];
 }
 
+// One timer that is set forward and back: a run loop lets go of a timer only when the timer's modes
+// run, and some of these seldom do.
+- (NSTimer *)linger {
+  if (linger_ != nil)
+    return linger_;
+  linger_ = [[NSTimer alloc] initWithFireDate:[NSDate distantFuture] interval:kDecades target:self
+                                     selector:@selector(stopWatching)
+                                     userInfo:nil
+                                      repeats:YES];
+  for (NSString *mode in [self modes])
+    [[NSRunLoop mainRunLoop] addTimer:linger_ forMode:mode];
+  return linger_;
+}
+
 - (void)start {
-  [NSObject cancelPreviousPerformRequestsWithTarget:self];
+  [[self linger] setFireDate:[NSDate distantFuture]];
   if (users_++ > 0 || watching_)
     return;
   watching_ = YES;
@@ -43,11 +59,12 @@ static const NSTimeInterval kLingerSeconds = 5;
 
 - (void)stop {
   if (--users_ == 0)
-    [self performSelector:@selector(stopWatching) withObject:nil afterDelay:kLingerSeconds
-                  inModes:[self modes]];
+    [[self linger] setFireDate:[NSDate dateWithTimeIntervalSinceNow:kLingerSeconds]];
 }
 
 - (void)stopWatching {
+  if (users_ > 0 || !watching_)
+    return;
   watching_ = NO;
   for (NSString *mode in [self modes])
     [[NSRunLoop mainRunLoop] removeEvent:descriptor_ type:ET_RDESC forMode:mode all:YES];

@@ -13,6 +13,15 @@ unsigned modifiers(NSEvent *event) {
          ((flags & NSCommandKeyMask) != 0 ? kCommandKey : 0U);
 }
 
+// GNUstep's window tells its new first responder no direction (it sets one only while it selects
+// a field's text), so that the key that is being handled has to.
+bool isTab(NSEvent *event) {
+  if ([event type] != NSKeyDown || [[event characters] length] == 0)
+    return false;
+  const unichar character = [[event characters] characterAtIndex:0];
+  return character == NSTabCharacter || character == NSBackTabCharacter;
+}
+
 // With Control, the characters are control codes; the page wants the key.
 NSString *typedText(NSEvent *event) {
   const NSUInteger commands = NSControlKeyMask | NSCommandKeyMask;
@@ -123,10 +132,10 @@ std::u32string codePoints(NSString *text) {
 }
 
 - (BOOL)becomeFirstResponder {
+  NSEvent *event = [NSApp currentEvent];
   WebPage *page = [self existingPage];
-  const NSSelectionDirection direction = [[self window] keyViewSelectionDirection];
-  if (page != nullptr && direction != NSDirectSelection)
-    page->focusEnd(direction == NSSelectingNext);
+  if (page != nullptr && isTab(event))
+    page->focusEnd(([event modifierFlags] & NSShiftKeyMask) == 0);
   return YES;
 }
 
@@ -145,7 +154,11 @@ std::u32string codePoints(NSString *text) {
 }
 
 - (void)keyDown:(NSEvent *)event {
-  [self sendKey:event pressed:true];
+  WebPage *page = [self existingPage];
+  if (page != nullptr && page->takesKeys())
+    [self sendKey:event pressed:true];
+  else
+    [super keyDown:event];
 }
 
 - (void)keyUp:(NSEvent *)event {

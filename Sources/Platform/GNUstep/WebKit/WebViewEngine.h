@@ -17,7 +17,6 @@
   BOOL pictureIsCurrent_;
   NSSize size_;
   BOOL shown_;
-  BOOL focused_;
   NSCursor *cursor_;
   NSUInteger resources_;
   NSMutableDictionary *resourceIdentifiers_;

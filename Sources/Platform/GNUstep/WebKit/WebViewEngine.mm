@@ -104,11 +104,7 @@ NSBitmapImageRep *makePicture(const PagePixels &size) {
     [view_ setNeedsDisplay:YES];
   }
   NSWindow *window = [view_ window];
-  const BOOL focused = [window isKeyWindow] && [window firstResponder] == view_;
-  if (focused != focused_) {
-    focused_ = focused;
-    page_->setFocused(focused);
-  }
+  page_->setFocused([window isKeyWindow] && [window firstResponder] == view_);
 }
 
 - (NSBitmapImageRep *)picture {

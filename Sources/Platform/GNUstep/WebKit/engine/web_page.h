@@ -143,13 +143,16 @@ public:
   void releaseButton(MouseButton button, double x, double y, unsigned modifiers);
   /// In lines; positive leads to what lies right and below.
   void scroll(double x, double y, double deltaX, double deltaY, unsigned modifiers);
+  /// Whether there is a page to hear of keys. Without one nothing would ever give the focus back.
+  [[nodiscard]] bool takesKeys() const;
   /// `character` is what the key types, or AppKit's private code of a function key; `keyCode` the
   /// hardware's, 0 when not known.
   void sendKey(bool pressed, char32_t character, unsigned keyCode, unsigned modifiers);
   /// Shift, Control and the like went down or up by themselves.
   void setModifiers(unsigned modifiers);
   void setFocused(bool focused);
-  /// Gives the focus to the page's first element, or to its last one.
+  /// Gives the focus to the page's first element, or to its last one. It leaves a page that has
+  /// none.
   void focusEnd(bool first);
   /// "Copy", "Cut", "Paste", "SelectAll", "Undo", "Redo".
   void edit(const char* command);

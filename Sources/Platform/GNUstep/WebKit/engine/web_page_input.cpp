@@ -4,6 +4,19 @@
 namespace vireonix::platform {
 namespace {
 
+// An element at one end of the page, which has the focus until a key takes it on.
+constexpr const char* kFocusStart = R"(
+  globalThis.end = document.createElement('span');
+  end.tabIndex = -1;
+  document.documentElement.prepend(end);
+  end.focus({preventScroll: true});)";
+constexpr const char* kFocusEnd = R"(
+  globalThis.end = document.createElement('span');
+  end.tabIndex = -1;
+  document.documentElement.append(end);
+  end.focus({preventScroll: true});)";
+constexpr const char* kRemoveEnd = "end.remove()";
+
 struct Position {
   double x;
   double y;
@@ -113,6 +126,12 @@ void sendKeyEvent(const WebPage::State& state, bool pressed, Key key, unsigned m
   gdk_event_free(event);
 }
 
+// Runs a script that neither meets the page's own ones nor answers.
+void runApart(const WebPage::State& state, const char* script) {
+  webkit_web_view_evaluate_javascript(state.view, script, -1, "vireonix", nullptr, nullptr, nullptr,
+                                      nullptr);
+}
+
 void hitTargetChanged(WebKitWebView*, WebKitHitTestResult* hit, guint, gpointer data) {
   auto& state = *static_cast<WebPage::State*>(data);
   PageCursor cursor = PageCursor::arrow;
@@ -173,6 +192,10 @@ void WebPage::scroll(double x, double y, double deltaX, double deltaY, unsigned 
   sendAndFree(event);
 }
 
+bool WebPage::takesKeys() const {
+  return state_->hasPage;
+}
+
 void WebPage::sendKey(bool pressed, char32_t character, unsigned keyCode, unsigned modifiers) {
   state_->modifiers = modifiers;
   const guint value = keyValue(character);
@@ -210,9 +233,17 @@ void WebPage::setFocused(bool focused) {
 }
 
 void WebPage::focusEnd(bool first) {
+  if (!takesKeys())
+    return;
   setFocused(true);
-  gtk_widget_child_focus(GTK_WIDGET(state_->view),
-                         first ? GTK_DIR_TAB_FORWARD : GTK_DIR_TAB_BACKWARD);
+  // WebKit's view gives none of its page's elements the focus. A Tab key does, but goes on from
+  // where the keyboard was in the page last: so it starts from an element at the page's very end.
+  runApart(*state_, first ? kFocusStart : kFocusEnd);
+  const guint value = first ? GDK_KEY_Tab : GDK_KEY_ISO_Left_Tab;
+  const guint16 hardware = hardwareKey(GDK_KEY_Tab);
+  for (const bool pressed : {true, false})
+    sendKeyEvent(*state_, pressed, {value, hardware, false}, first ? 0U : kShiftKey);
+  runApart(*state_, kRemoveEnd);
 }
 
 void connectInputSignals(WebPage::State& state) {

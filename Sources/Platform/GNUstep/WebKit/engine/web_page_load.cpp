@@ -33,6 +33,7 @@ void loadChanged(WebKitWebView*, WebKitLoadEvent event, gpointer data) {
     break;
   case WEBKIT_LOAD_COMMITTED:
     state.committed = true;
+    state.hasPage = true;
     state.client->loadStepped(LoadStep::committed);
     break;
   case WEBKIT_LOAD_FINISHED:
@@ -97,6 +98,7 @@ void resourceStarted(WebKitWebView*, WebKitWebResource* resource, WebKitURIReque
 void processEnded(WebKitWebView*, WebKitWebProcessTerminationReason, gpointer data) {
   auto& state = *static_cast<WebPage::State*>(data);
   state.crashed = true;
+  state.hasPage = false;
   state.buttons = 0;
   state.client->processEnded();
 }

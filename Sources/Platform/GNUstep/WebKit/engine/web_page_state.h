@@ -34,6 +34,8 @@ struct WebPage::State {
   bool committed = false;
   bool failed = false;
   bool crashed = false;
+  /// Whether the process runs a page, be it the one before the load that is under way.
+  bool hasPage = false;
   bool focused = false;
   /// GDK's bits of the buttons held down.
   unsigned buttons = 0;

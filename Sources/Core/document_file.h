@@ -1,0 +1,36 @@
+// The slider document's file between two saves. Any thread, one at a time.
+#pragma once
+
+#include "core_border.h"
+#include "file_tree.h"
+#include "status.h"
+#include "xml.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace vireonix::core::slider {
+
+/// Knows the root's attributes of the document that it last read or wrote, so that a save reads the
+/// old document only when somebody else has changed it.
+class DocumentFile {
+public:
+  /// Takes over what somebody has read: the root of the document, null for none, that was in
+  /// `state` before it was read.
+  void take(const std::string& path, const std::optional<FileState>& state, const xml::Node* root);
+
+  /// The root element, without what is below it, of the document as it is on disk now; null when
+  /// there is none. `path` is bytes for the operating system.
+  xml::Tree root(const std::string& path);
+
+  /// Replaces the file durably by a document whose root has the attributes of the last `root`.
+  Status replace(const std::string& path, std::string_view document);
+
+private:
+  std::string path_;
+  std::optional<FileState> state_;
+  xml::Tree root_;
+};
+
+} // namespace vireonix::core::slider
