@@ -2,42 +2,59 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cmath>
 #include <cstdio>
-#include <sys/resource.h>
+#include <cstdlib>
+#include <fstream>
+#include <sstream>
 
 namespace vireonix::bench {
 namespace {
 
-struct Summary {
-  double lowerQuartile = 0;
-  double median = 0;
-  double upperQuartile = 0;
-};
+constexpr int kQuickRounds = 2;
+constexpr int kQuickSize = 1'000;
 
-Summary summaryOf(std::vector<double> samples) {
-  std::sort(samples.begin(), samples.end());
-  const auto at = [&samples](double share) {
-    return samples.at(
-        static_cast<size_t>(std::lround(share * static_cast<double>(samples.size() - 1))));
-  };
-  return {at(0.25), at(0.5), at(0.75)};
+std::string quoted(std::string_view text) {
+  std::string out = "\"";
+  for (const char c : text) {
+    if (c == '"' || c == '\\')
+      out += '\\';
+    out += c;
+  }
+  return out + '"';
 }
 
-long peakMemory() {
-  rusage usage{};
-  getrusage(RUSAGE_SELF, &usage);
-  return usage.ru_maxrss;
+std::string list(const std::vector<double>& samples) {
+  std::ostringstream out;
+  out.precision(9);
+  for (const double sample : samples)
+    out << (out.tellp() > 0 ? "," : "") << sample;
+  return "[" + out.str() + "]";
 }
 
-std::string json(const std::string& name, const Summary& summary) {
-  char text[160];
-  std::snprintf(text, sizeof text, R"("%s":{"q1":%.9f,"median":%.9f,"q3":%.9f})", name.c_str(),
-                summary.lowerQuartile, summary.median, summary.upperQuartile);
-  return text;
+const char* nameOf(Judged judged) {
+  switch (judged) {
+  case Judged::Ratio:
+    return "ratio";
+  case Judged::Difference:
+    return "difference";
+  case Judged::Ours:
+    break;
+  }
+  return "ours";
 }
 
 } // namespace
+
+bool isQuick() {
+  return std::getenv("VIREONIX_BENCH_QUICK") != nullptr;
+}
+
+std::vector<int> sizesTo(int largest) {
+  std::vector<int> sizes;
+  for (int size = 10; size <= (isQuick() ? std::min(largest, kQuickSize) : largest); size *= 10)
+    sizes.push_back(size);
+  return sizes;
+}
 
 double secondsOf(const std::function<void()>& work) {
   const auto start = std::chrono::steady_clock::now();
@@ -47,29 +64,51 @@ double secondsOf(const std::function<void()>& work) {
 
 void compare(const Comparison& comparison, const std::function<double()>& ours,
              const std::function<double()>& reference) {
+  forgetPeakMemory();
+  ours();
+  const long peak = comparison.isInThisProcess ? peakMemory() : 0;
+  reference();
   std::vector<double> oursSamples;
   std::vector<double> referenceSamples;
-  ours();
-  reference();
-  for (int i = 0; i < comparison.rounds; ++i) {
+  for (int i = 0; i < (isQuick() ? kQuickRounds : comparison.rounds); ++i) {
     oursSamples.push_back(ours());
     referenceSamples.push_back(reference());
   }
-  const Summary oursSummary = summaryOf(oursSamples);
-  const Summary referenceSummary = summaryOf(referenceSamples);
-  std::printf("{\"what\":\"%s\",\"reference\":\"%s\",%s,%s,\"ratio\":%.3f,\"target\":%.2f,"
-              "\"rounds\":%d,\"peakKiB\":%ld}\n",
-              comparison.what.c_str(), comparison.reference.c_str(),
-              json("ours", oursSummary).c_str(), json("theirs", referenceSummary).c_str(),
-              oursSummary.median / referenceSummary.median, comparison.target, comparison.rounds,
-              peakMemory());
+  report(comparison, oursSamples, referenceSamples, peak);
+}
+
+void report(const Comparison& comparison, const std::vector<double>& ours,
+            const std::vector<double>& theirs, long peakKiB) {
+  std::ostringstream row;
+  row << "{\"what\":" << quoted(comparison.what) << ",\"unit\":" << quoted(comparison.unit)
+      << ",\"ours\":" << list(ours);
+  if (!theirs.empty())
+    row << ",\"reference\":" << quoted(comparison.reference) << ",\"theirs\":" << list(theirs);
+  if (comparison.size > 0)
+    row << ",\"size\":" << comparison.size << ",\"of\":" << quoted(comparison.of);
+  if (peakKiB > 0)
+    row << ",\"peakKiB\":" << peakKiB;
+  row << R"(,"judged":")" << nameOf(comparison.judged) << R"(","share":)" << comparison.share
+      << ",\"limit\":" << comparison.limit << "}";
+  std::puts(row.str().c_str());
   std::fflush(stdout);
 }
 
 void report(const std::string& what, double value, const std::string& unit, double limit) {
-  std::printf("{\"what\":\"%s\",\"value\":%.6f,\"unit\":\"%s\",\"limit\":%.6f,\"peakKiB\":%ld}\n",
-              what.c_str(), value, unit.c_str(), limit, peakMemory());
-  std::fflush(stdout);
+  report({.what = what, .reference = {}, .limit = limit, .unit = unit, .judged = Judged::Ours},
+         {value}, {}, peakMemory());
+}
+
+long peakMemory() {
+  std::ifstream status("/proc/self/status");
+  long peak = 0;
+  for (std::string line; std::getline(status, line);)
+    std::sscanf(line.c_str(), "VmHWM: %ld", &peak);
+  return peak;
+}
+
+void forgetPeakMemory() {
+  std::ofstream("/proc/self/clear_refs") << "5";
 }
 
 } // namespace vireonix::bench

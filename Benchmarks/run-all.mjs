@@ -1,43 +1,95 @@
-// Runs every benchmark program of a build folder, or those named, and prints one table; the figures also go to results.json
-// there: node run-all.mjs BUILD-FOLDER [NAME...]
+// Runs every benchmark program of a build folder, or those named, and prints one table; the samples also go to results.json
+// there: node run-all.mjs BUILD-FOLDER [--quick] [--keep] [NAME...]
+//
+//   --quick  few rounds of small sizes, to see that the benchmarks work; their figures say nothing
+//   --keep   keep in results.json what is there of the programs that are not run
+//
+// Exit status: 0 all limits kept, 1 a limit was missed, 2 a program failed or there is none of that name.
 import { execFileSync } from "node:child_process";
-import { readdirSync, writeFileSync } from "node:fs";
+import { existsSync, readFileSync, readdirSync, writeFileSync } from "node:fs";
 import os from "node:os";
 import path from "node:path";
 import { fileURLToPath } from "node:url";
 
-const [buildFolder, ...wanted] = process.argv.slice(2);
-const programs = path.join(buildFolder, "benchmarks");
+import { cellsOf, isReached, kColumns, machineText, titleOf } from "./figures.mjs";
+
+const [buildFolder, ...rest] = process.argv.slice(2);
+const options = new Set(rest.filter((word) => word.startsWith("--")));
+const wanted = rest.filter((word) => !word.startsWith("--"));
+const programFolder = path.join(buildFolder, "benchmarks");
+const resultsFile = path.join(buildFolder, "results.json");
 const withDisplay = path.join(path.dirname(fileURLToPath(import.meta.url)), "../Tests/support/with-display");
 
-const milliseconds = (seconds) => `${(seconds * 1000).toFixed(3)} ms`;
-const spread = ({ q1, median, q3 }) => `${milliseconds(median)} (${milliseconds(q1)}–${milliseconds(q3)})`;
-const verdict = (isGood) => (isGood ? "yes" : "NO");
+function systemName() {
+  const line = readFileSync("/etc/os-release", "utf8").match(/^PRETTY_NAME="?([^"\n]*)/m);
+  return line ? line[1] : os.type();
+}
 
-/** One row of the table. */
-function rowOf(figure) {
-  const memory = `${Math.round(figure.peakKiB / 1024)} MiB`;
-  if (figure.reference === undefined)
-    return [figure.what, `${figure.value} ${figure.unit}`, "–", "–", `${figure.limit} ${figure.unit}`,
-      verdict(figure.value <= figure.limit), memory];
-  return [figure.what, spread(figure.ours), `${figure.reference}: ${spread(figure.theirs)}`, figure.ratio.toFixed(2),
-    figure.target.toFixed(2), verdict(figure.ratio <= figure.target), memory];
+/** The kind of the file system that holds the temporary folder. */
+function fileSystem() {
+  const mounts = readFileSync("/proc/mounts", "utf8").split("\n").map((line) => line.split(" "));
+  const holds = (place) => place === "/" || `${os.tmpdir()}/`.startsWith(`${place}/`);
+  const [, , kind] = mounts.filter(([, place]) => place && holds(place))
+    .sort(([, one], [, other]) => one.length - other.length).at(-1);
+  return kind;
+}
+
+const machine = {
+  processor: os.cpus()[0].model,
+  cores: os.cpus().length,
+  memory: os.totalmem(),
+  system: systemName(),
+  kernel: os.release().match(/^[\d.]+/)[0].replace(/\.$/, ""),
+  fileSystem: fileSystem(),
+};
+
+/** Runs a program and answers what it measured; null when it failed. */
+function run(name) {
+  console.error(`    ${name}`);
+  const start = new Date();
+  const env = options.has("--quick") ? { ...process.env, VIREONIX_BENCH_QUICK: "1" } : process.env;
+  try {
+    const output = execFileSync(withDisplay, [path.join(programFolder, name)],
+      { encoding: "utf8", env, stdio: ["ignore", "pipe", "inherit"], maxBuffer: 2 ** 26 });
+    const rows = output.split("\n").filter((line) => line.startsWith("{")).map((line) => JSON.parse(line));
+    return { program: name, date: start.toISOString(), load: os.loadavg()[0], rows };
+  } catch (error) {
+    console.error(`error: ${name}: ${error.message}`);
+    return null;
+  }
 }
 
 function printTable(rows) {
   const widths = rows[0].map((_, column) => Math.max(...rows.map((row) => row[column].length)));
-  for (const row of rows) console.log(row.map((cell, column) => cell.padEnd(widths[column])).join("  "));
+  for (const row of rows) console.log(row.map((cell, column) => cell.padEnd(widths[column])).join("  ").trimEnd());
 }
 
-const names = readdirSync(programs).filter((name) => wanted.length === 0 || wanted.includes(name)).sort();
-const figures = [];
-for (const name of names) {
-  console.error(`    ${name}`);
-  const output = execFileSync(withDisplay, [path.join(programs, name)], { encoding: "utf8", stdio: ["ignore", "pipe", "inherit"] });
-  for (const line of output.split("\n")) if (line.startsWith("{")) figures.push({ program: name, ...JSON.parse(line) });
+/** What an earlier run on this machine has of other programs. */
+function kept(names) {
+  if (!options.has("--keep") || !existsSync(resultsFile)) return [];
+  const earlier = JSON.parse(readFileSync(resultsFile, "utf8"));
+  if (JSON.stringify(earlier.machine) !== JSON.stringify(machine)) return [];
+  return earlier.runs.filter(({ program }) => !names.includes(program));
 }
 
-const machine = { processor: os.cpus()[0].model, cores: os.cpus().length, memory: os.totalmem(), system: os.release() };
-writeFileSync(path.join(buildFolder, "results.json"), JSON.stringify({ machine, figures }, null, 2));
-printTable([["what", "ours", "reference", "ratio", "target", "reached", "peak memory"], ...figures.map(rowOf)]);
-console.log(`\n${machine.processor}, ${machine.cores} cores; figures also in ${path.join(buildFolder, "results.json")}`);
+const programs = readdirSync(programFolder).sort();
+const unknown = wanted.filter((name) => !programs.includes(name));
+if (unknown.length > 0) {
+  console.error(`error: no benchmark ${unknown.join(", ")}; there are: ${programs.join(", ")}`);
+  process.exit(2);
+}
+const names = programs.filter((name) => wanted.length === 0 || wanted.includes(name));
+const loadBefore = os.loadavg()[0];
+if (loadBefore > machine.cores / 2) console.error(`    The machine is busy (load ${loadBefore}): the figures will be noise.`);
+
+const done = names.map(run);
+const runs = done.filter((one) => one !== null);
+const all = [...kept(names), ...runs].sort((one, other) => one.program.localeCompare(other.program));
+writeFileSync(resultsFile, JSON.stringify({ machine, loadBefore, isQuick: options.has("--quick"), programs, runs: all }, null, 1));
+
+const rows = runs.flatMap((one) => one.rows);
+printTable([kColumns, ...rows.map(cellsOf)]);
+console.log(`\n${machineText(machine)}\nReferences ran in the same minutes, alternating with ours; in brackets the quartiles. Samples: ${resultsFile}`);
+const missed = rows.filter((row) => !isReached(row));
+if (missed.length > 0) console.log(`Limits missed: ${missed.map(titleOf).join("; ")}`);
+process.exitCode = runs.length < done.length ? 2 : missed.length > 0 ? 1 : 0;
