@@ -2,8 +2,8 @@
 // order, builds our tree. Its own tree is not used, because it would need as much memory again, and
 // because the older set of call-backs gives attributes and namespace declarations together and in
 // their order.
-#include "utf8.h"
 #include "xml.h"
+#include "xml_characters.h"
 #include "xml_name.h"
 #include "xml_plain_parser.h"
 #include "xml_tree_builder.h"
@@ -27,11 +27,6 @@ std::string_view view(const xmlChar* characters, int length) {
   return {reinterpret_cast<const char*>(characters), static_cast<std::size_t>(length)};
 }
 
-// A repaired document may hold bytes of no character.
-std::string owned(std::string_view characters) {
-  return wellFormedUtf8(characters);
-}
-
 // Where entities are not expanded, an ampersand of a value is handed out as a reference to it.
 std::string attributeValue(const xmlChar* characters) {
   constexpr std::string_view kAmpersand = "&#38;";
@@ -42,7 +37,7 @@ std::string attributeValue(const xmlChar* characters) {
     rest.remove_prefix(at + kAmpersand.size());
   }
   value += rest;
-  return owned(value);
+  return legalCharacters(value);
 }
 
 // A repaired document may hold names that cannot be written.
@@ -86,7 +81,7 @@ public:
   // Text arrives in pieces of the parser's choice; one stretch of it is one node.
   void characters(std::string_view piece) {
     if (tree_.depth() > 0)
-      text_ += owned(piece);
+      text_ += legalCharacters(piece);
   }
 
   void add(NodeKind kind, std::string_view content) {
@@ -142,13 +137,14 @@ void onCharacters(void* self, const xmlChar* characters, int length) {
 
 void onCData(void* self, const xmlChar* characters, int length) {
   Builder::run(self, [=](Builder& builder) {
-    builder.add(NodeKind::CData, owned(view(characters, length)));
+    builder.add(NodeKind::CData, legalCharacters(view(characters, length)));
   });
 }
 
 void onComment(void* self, const xmlChar* characters) {
-  Builder::run(self,
-               [=](Builder& builder) { builder.add(NodeKind::Comment, owned(view(characters))); });
+  Builder::run(self, [=](Builder& builder) {
+    builder.add(NodeKind::Comment, legalCharacters(view(characters)));
+  });
 }
 
 // In a repaired document an XML declaration may stand anywhere; written there, it would make the
@@ -159,7 +155,7 @@ void onProcessingInstruction(void* self, const xmlChar* target, const xmlChar* d
   Builder::run(self, [=](Builder& builder) {
     std::string content(view(target));
     if (data != nullptr)
-      content += " " + owned(view(data));
+      content += " " + legalCharacters(view(data));
     builder.add(NodeKind::ProcessingInstruction, content);
   });
 }

@@ -1,5 +1,6 @@
 #include "utf8.h"
 #include "xml.h"
+#include "xml_characters.h"
 
 #include <array>
 #include <utility>
@@ -59,11 +60,6 @@ std::string_view escaped(char c) {
   default:
     return "&#13;";
   }
-}
-
-// U+FFFE and U+FFFF are no characters of XML.
-bool isNonCharacter(std::string_view sequence) {
-  return sequence == "\xEF\xBF\xBE" || sequence == "\xEF\xBF\xBF";
 }
 
 // Appends the sequence or bad byte at the start of `text`; answers how many bytes that were.

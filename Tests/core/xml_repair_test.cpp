@@ -40,6 +40,12 @@ TEST(XmlRepair, KeepsTheContentOfAnElementWhoseNameCannotBeWritten) {
   EXPECT_NE(markup.find("text"), std::string::npos) << markup;
 }
 
+TEST(XmlRepair, LeavesOutCharactersThatCannotBeWritten) {
+  const std::string bad = "\xEF\xBF\xBF";
+  EXPECT_EQ(repaired("<a b='" + bad + "'>" + bad), "<a b=\"\"/>");
+  EXPECT_EQ(repaired("<a>x" + bad + "y"), "<a>xy</a>");
+}
+
 TEST(XmlRepair, GivesUpADocumentWithTooManyDifferentNames) {
   const std::string many = elementWithAttributes(xml::kMaxNames - 100);
   const auto root = xml::parse(many, Mode::Strict);
