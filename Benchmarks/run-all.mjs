@@ -18,6 +18,8 @@ const options = new Set(rest.filter((word) => word.startsWith("--")));
 const wanted = rest.filter((word) => !word.startsWith("--"));
 const programFolder = path.join(buildFolder, "benchmarks");
 const resultsFile = path.join(buildFolder, "results.json");
+/** Processors that others may keep busy before the figures are noise. */
+const kMostBusy = 0.2;
 const withDisplay = path.join(path.dirname(fileURLToPath(import.meta.url)), "../Tests/support/with-display");
 
 function systemName() {
@@ -43,16 +45,24 @@ const machine = {
   fileSystem: fileSystem(),
 };
 
+/** How many processors are busy, seen for a second; the load would still tell of the build. */
+async function busyProcessors() {
+  const idleTimes = () => os.cpus().map(({ times }) => times.idle);
+  const before = idleTimes();
+  await new Promise((resolve) => setTimeout(resolve, 1000));
+  return idleTimes().reduce((busy, idle, each) => busy + Math.max(0, 1 - (idle - before[each]) / 1000), 0);
+}
+
 /** Runs a program and answers what it measured; null when it failed. */
 function run(name) {
   console.error(`    ${name}`);
-  const start = new Date();
+  const date = new Date().toISOString();
   const env = options.has("--quick") ? { ...process.env, VIREONIX_BENCH_QUICK: "1" } : process.env;
   try {
     const output = execFileSync(withDisplay, [path.join(programFolder, name)],
       { encoding: "utf8", env, stdio: ["ignore", "pipe", "inherit"], maxBuffer: 2 ** 26 });
     const rows = output.split("\n").filter((line) => line.startsWith("{")).map((line) => JSON.parse(line));
-    return { program: name, date: start.toISOString(), load: os.loadavg()[0], rows };
+    return { program: name, date, rows };
   } catch (error) {
     console.error(`error: ${name}: ${error.message}`);
     return null;
@@ -79,13 +89,13 @@ if (unknown.length > 0) {
   process.exit(2);
 }
 const names = programs.filter((name) => wanted.length === 0 || wanted.includes(name));
-const loadBefore = os.loadavg()[0];
-if (loadBefore > machine.cores / 2) console.error(`    The machine is busy (load ${loadBefore}): the figures will be noise.`);
+const busyBefore = await busyProcessors();
+if (busyBefore > kMostBusy) console.error(`    The machine is busy (${busyBefore.toFixed(1)} processors): the figures will be noise.`);
 
 const done = names.map(run);
 const runs = done.filter((one) => one !== null);
 const all = [...kept(names), ...runs].sort((one, other) => one.program.localeCompare(other.program));
-writeFileSync(resultsFile, JSON.stringify({ machine, loadBefore, isQuick: options.has("--quick"), programs, runs: all }, null, 1));
+writeFileSync(resultsFile, JSON.stringify({ machine, busyBefore, isQuick: options.has("--quick"), programs, runs: all }, null, 1));
 
 const rows = runs.flatMap((one) => one.rows);
 printTable([kColumns, ...rows.map(cellsOf)]);

@@ -111,11 +111,37 @@ void compareBackup(const fs::path& home, const Shape& shape, const std::string& 
       });
 }
 
+// A way to put a backup back by commands.
+struct Restore {
+  const char* name;
+  void (*run)(const std::string& workspace, const std::string& backup);
+};
+
+// For a moment there is no workspace.
+constexpr Restore kRemoveAndCopy = {
+    .name = "rm -rf and cp -a", .run = [](const std::string& workspace, const std::string& backup) {
+      run({"rm", "-rf", workspace.c_str()});
+      run({"cp", "-a", backup.c_str(), workspace.c_str()});
+      run({"rm", "-rf", backup.c_str()});
+    }};
+
+// As ours does, the old tree stays until the new one is whole.
+constexpr Restore kCopyAndExchange = {
+    .name = "cp -a beside, mv and rm -rf",
+    .run = [](const std::string& workspace, const std::string& backup) {
+      const std::string made = workspace + ".new";
+      const std::string old = workspace + ".old";
+      run({"cp", "-a", backup.c_str(), made.c_str()});
+      run({"mv", workspace.c_str(), old.c_str()});
+      run({"mv", made.c_str(), workspace.c_str()});
+      run({"rm", "-rf", old.c_str(), backup.c_str()});
+    }};
+
 void compareRestore(const fs::path& home, const Shape& shape, const std::string& backup,
-                    const std::string& what) {
+                    const std::string& what, const Restore& reference = kRemoveAndCopy) {
   const std::string workspace = home / "workspace";
   bench::compare(
-      rowOf(what, shape, "rm -rf and cp -a", kLimit),
+      rowOf(what, shape, reference.name, kLimit),
       [&] {
         core::WorkspaceBackup session;
         require(session.prepare(backup));
@@ -124,11 +150,7 @@ void compareRestore(const fs::path& home, const Shape& shape, const std::string&
       },
       [&] {
         run({"cp", "-a", workspace.c_str(), backup.c_str()});
-        return bench::secondsOf([&] {
-          run({"rm", "-rf", workspace.c_str()});
-          run({"cp", "-a", backup.c_str(), workspace.c_str()});
-          run({"rm", "-rf", backup.c_str()});
-        });
+        return bench::secondsOf([&] { reference.run(workspace, backup); });
       });
 }
 
@@ -139,6 +161,8 @@ void measureOnDisk(const Shape& shape) {
   compareBackup(home.path(), shape, "backup");
   compareRestore(home.path(), shape, home.at("backup"), "restore");
   compareRestore(home.path(), shape, far.at("backup"), "restore from another file system");
+  compareRestore(home.path(), shape, far.at("backup"),
+                 "restore from another file system, beside one as safe", kCopyAndExchange);
 }
 
 // Not on the disk: where many files are removed and made again within a minute, ext4 looks for

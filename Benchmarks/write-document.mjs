@@ -25,7 +25,7 @@ function growthCell(row) {
   return text + beside + (isReached(row) ? "" : " (missed)");
 }
 
-function figures({ machine, loadBefore, isQuick, programs, runs }) {
+function figures({ machine, busyBefore, isQuick, programs, runs }) {
   if (isQuick) fail("these are the figures of a quick run");
   const missing = programs.filter((name) => !runs.some(({ program }) => program === name));
   if (missing.length > 0) fail(`nothing was measured by ${missing.join(", ")}`);
@@ -36,7 +36,7 @@ function figures({ machine, loadBefore, isQuick, programs, runs }) {
     [`${what} (${ofIt[0].of})`, ...kSizes.map((size) => growthCell(ofIt.find((row) => row.size === size)))]);
   const dates = runs.map(({ date }) => date.slice(0, 10)).sort();
   return [
-    `Measured on ${dates.at(-1)} on: ${machineText(machine)}. Load before: ${loadBefore.toFixed(2)}.`,
+    `Measured on ${dates.at(-1)} on: ${machineText(machine)}. Busy before: ${busyBefore.toFixed(1)} processors.`,
     `${rows.filter(isReached).length} of ${rows.length} figures keep their limits.`,
     table([kColumns, ...main.map(cellsOf)]),
     "How the cost grows: our median, and the ratio to the reference of the same size.",
