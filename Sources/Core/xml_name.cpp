@@ -67,4 +67,9 @@ bool isName(std::string_view text) {
   return !first;
 }
 
+bool isInstructionTarget(std::string_view text) {
+  const auto isSameLetter = [](char one, char other) { return (one | 0x20) == other; };
+  return isName(text) && !std::ranges::equal(text, std::string_view("xml"), isSameLetter);
+}
+
 } // namespace vireonix::core::xml

@@ -147,10 +147,10 @@ void onComment(void* self, const xmlChar* characters) {
   });
 }
 
-// In a repaired document an XML declaration may stand anywhere; written there, it would make the
-// document unreadable.
+// In a repaired document an XML declaration may stand anywhere, and a reserved target in any case
+// of its letters; written there, they would make the document unreadable.
 void onProcessingInstruction(void* self, const xmlChar* target, const xmlChar* data) {
-  if (view(target) == "xml" || !isName(view(target)))
+  if (!isInstructionTarget(view(target)))
     return;
   Builder::run(self, [=](Builder& builder) {
     std::string content(view(target));

@@ -134,6 +134,17 @@ std::string commentCharacters(std::string_view characters) {
   return out;
 }
 
+// A processing instruction ends at the first "?>"; repaired documents may have such.
+std::string instructionCharacters(std::string_view characters) {
+  std::string out;
+  for (const char c : literal(characters)) {
+    if (c == '>' && out.ends_with('?'))
+      out += ' ';
+    out += c;
+  }
+  return out;
+}
+
 } // namespace
 
 Writer::Writer(std::string buffer) : out_(std::move(buffer)) {
@@ -214,7 +225,7 @@ void Writer::node(const Node& node) {
     return;
   case NodeKind::ProcessingInstruction:
     closeStartTag();
-    out_ += "<?" + literal(node.content) + "?>";
+    out_ += "<?" + instructionCharacters(node.content) + "?>";
     return;
   }
 }

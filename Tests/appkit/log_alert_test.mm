@@ -12,14 +12,12 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-// Presses a key once the alert's window is there.
+// Presses a key once the alert has the keyboard.
 constexpr const char *kPressKey = R"(
-  for i in $(seq 100); do
-    window=$(xdotool search --onlyvisible --name '.*' 2>/dev/null | tail -n 1)
-    [ -n "$window" ] && break
-    sleep 0.1
+  for i in $(seq 600); do
+    [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = Alert ] && break
+    sleep 0.05
   done
-  sleep 0.3
   xdotool key )";
 
 BOOL answerWithKey(const char *key, BOOL (*ask)()) {

@@ -28,6 +28,7 @@ std::string repaired(std::string_view document) {
 TEST(XmlRepair, LeavesOutAnXmlDeclarationInsideTheDocument) {
   EXPECT_EQ(repaired("<a><b/><?xml version='1.0'?><?kept yes?>"), "<a><b/><?kept yes?></a>");
   EXPECT_EQ(repaired("<a<?xml?>"), "<a/>");
+  EXPECT_EQ(repaired("<a><?xMl b?><?XML?><?xm l?><?xmlx?>"), "<a><?xm l?><?xmlx?></a>");
 }
 
 TEST(XmlRepair, LeavesOutAttributesWhoseNamesCannotBeWritten) {

@@ -274,6 +274,17 @@ TEST(XmlWrite, WritesLineEndsOfASectionAsTheyWillBeRead) {
   EXPECT_EQ(written(cdata("a\r\nb\rc\n\rd")), "<![CDATA[a\nb\nc\n\nd]]>");
 }
 
+TEST(XmlWrite, KeepsAProcessingInstructionReadable) {
+  for (const char* instruction : {"a ?>", "a ?>?>", "a ?\x01>", "a ?\xEF\xBF\xBE>", "a ??"}) {
+    const std::string markup =
+        "<a>" + written(node(NodeKind::ProcessingInstruction, instruction)) + "</a>";
+    const auto root = xml::parse(markup, Mode::Strict);
+    ASSERT_TRUE(root) << markup;
+    EXPECT_EQ(root->children.size(), 1U) << markup;
+    EXPECT_EQ(xml::write(*root), markup);
+  }
+}
+
 TEST(XmlWrite, KeepsACommentReadable) {
   for (const char* comment : {"--", "a--b---", "-", "x->"}) {
     const std::string markup = "<a>" + written(node(NodeKind::Comment, comment)) + "</a>";
