@@ -13,12 +13,12 @@ namespace {
 using Texts = std::vector<std::string>;
 
 // Presses a key once the alert has the keyboard.
-constexpr const char *kPressKey = R"(
+constexpr const char *kPressKey = R"sh(
   for i in $(seq 600); do
     [ "$(xdotool getwindowfocus getwindowname 2>/dev/null)" = Alert ] && break
     sleep 0.05
   done
-  xdotool key )";
+  xdotool key )sh";
 
 BOOL answerWithKey(const char *key, BOOL (*ask)()) {
   const BackgroundCommand press(std::string(kPressKey) + key);
