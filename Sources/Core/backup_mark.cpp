@@ -1,6 +1,7 @@
 #include "backup_mark.h"
 
 #include "file_tree.h"
+#include "path_text.h"
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -34,9 +35,7 @@ std::string newBackupSession() {
 }
 
 std::string backupMarkPath(std::string_view backup) {
-  while (backup.size() > 1 && backup.back() == '/')
-    backup.remove_suffix(1);
-  return std::string(backup) + "-owner";
+  return std::string(withoutEndSlashes(backup)) + "-owner";
 }
 
 Status writeBackupMark(std::string_view backup, const BackupMark& mark) {

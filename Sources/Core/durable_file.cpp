@@ -107,10 +107,6 @@ int write(const EntryPlace& place, const Existing& existing, Content content,
   return error;
 }
 
-Status statusOf(int error, std::string_view path) {
-  return error == 0 ? Status::success() : Status::failure(error, std::string(path));
-}
-
 } // namespace
 
 std::optional<FileState> fileState(std::string_view path) {
@@ -128,29 +124,29 @@ Status replaceFile(std::string_view path, std::string_view bytes, Durability dur
                    std::optional<FileState>* made) {
   const EntryPlace place = placeOf(path);
   if (place.error != 0)
-    return statusOf(place.error, path);
+    return Status::of(place.error, path);
   Existing existing;
   const int folder = place.folder.get();
   if (fstatat(folder, place.name.c_str(), &existing.info, AT_SYMLINK_NOFOLLOW) == 0)
     existing.isThere = S_ISREG(existing.info.st_mode);
   else if (errno != ENOENT)
-    return statusOf(errno, path); // Its mode could not be kept.
+    return Status::of(errno, path); // Its mode could not be kept.
   if (existing.isThere)
     existing.file = openRegular({folder, place.name}, existing.info);
-  return statusOf(write(place, existing, Content::Replaced, bytes, durability, made), path);
+  return Status::of(write(place, existing, Content::Replaced, bytes, durability, made), path);
 }
 
 Status appendToFile(std::string_view path, std::string_view bytes) {
   const EntryPlace place = placeOf(path);
   if (place.error != 0)
-    return statusOf(place.error, path);
+    return Status::of(place.error, path);
   Existing existing;
   existing.file = openFile(path, existing.info);
   existing.isThere = existing.file.isOpen();
   if (!existing.isThere && errno != ENOENT)
-    return statusOf(errno, path);
-  return statusOf(write(place, existing, Content::Extended, bytes, Durability::Machine, nullptr),
-                  path);
+    return Status::of(errno, path);
+  return Status::of(write(place, existing, Content::Extended, bytes, Durability::Machine, nullptr),
+                    path);
 }
 
 std::optional<std::string> readFile(std::string_view path) {

@@ -30,8 +30,7 @@ Status exchangeByRenames(const std::string& first, const std::string& second) {
     move(aside, first);
     return Status::failure(error, second);
   }
-  const int error = move(aside, second);
-  return error == 0 ? Status::success() : Status::failure(error, aside);
+  return Status::of(move(aside, second), aside);
 }
 
 Status exchangeTrees(std::string_view first, std::string_view second) {

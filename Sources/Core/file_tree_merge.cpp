@@ -121,22 +121,18 @@ Status mergeTree(std::string_view source, std::string_view destination,
 }
 
 Status copyFile(std::string_view source, std::string_view destination) {
-  const auto failure = [&](int error, std::string_view where) {
-    return Status::failure(error, std::string(where));
-  };
   struct stat info {};
   const Descriptor in = openFile(source, info);
   if (!in.isOpen())
-    return failure(errno, source);
+    return Status::of(errno, source);
   const EntryPlace place = placeOf(destination);
   if (place.error != 0)
-    return failure(place.error, destination);
+    return Status::of(place.error, destination);
   const EntryAt to{place.folder.get(), place.name};
   if (isThere(to))
-    return failure(EEXIST, destination);
+    return Status::of(EEXIST, destination);
   removeAbandonedFiles(to.folder);
-  const int error = installFile(in.get(), info, to);
-  return error == 0 ? Status::success() : failure(error, destination);
+  return Status::of(installFile(in.get(), info, to), destination);
 }
 
 } // namespace vireonix::core

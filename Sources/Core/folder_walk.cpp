@@ -1,5 +1,7 @@
 #include "folder_walk.h"
 
+#include "path_text.h"
+
 #include <dirent.h>
 #include <fcntl.h>
 
@@ -39,16 +41,11 @@ Descriptor openFolderIn(int folder, const std::string& name) {
 EntryPlace placeOf(std::string_view path) {
   if (path.empty())
     return {{}, {}, ENOENT};
-  while (path.size() > 1 && path.back() == '/')
-    path.remove_suffix(1);
-  const size_t slash = path.rfind('/');
-  const std::string name(path.substr(slash == path.npos ? 0 : slash + 1));
+  path = withoutEndSlashes(path);
+  const std::string name(path.substr(path.rfind('/') + 1)); // all of it without a slash
   if (name.empty() || name == "." || name == ".." || name.find('\0') != name.npos)
     return {{}, {}, EINVAL};
-  std::string_view folder = ".";
-  if (slash != path.npos)
-    folder = path.substr(0, std::max<size_t>(slash, 1));
-  EntryPlace place{openFolder(folder), name, 0};
+  EntryPlace place{openFolder(folderOf(path)), name, 0};
   if (!place.folder.isOpen())
     place.error = errno;
   return place;

@@ -4,6 +4,7 @@
 #include "file_tree_exchange.h"
 #include "file_tree_remove.h"
 #include "folder_walk.h"
+#include "path_text.h"
 #include "temporary_entry.h"
 
 #include <sys/stat.h>
@@ -12,15 +13,6 @@
 #include <cstdio>
 
 namespace vireonix::core {
-
-namespace {
-
-bool isAnythingAt(const std::string& path) {
-  struct stat info {};
-  return lstat(path.c_str(), &info) == 0;
-}
-
-} // namespace
 
 StagingFolder::StagingFolder(const std::string& target, std::string_view kind)
     : target_(target), path_(temporaryName(siblingPrefix(target, kind))) {}
@@ -58,8 +50,11 @@ void StagingFolder::giveBack(const std::string& folder) {
 }
 
 Status StagingFolder::takePlace() {
-  if (isAnythingAt(target_))
-    return exchangeTrees(target_, path_);
+  return isAnythingAt(target_) ? exchangeTrees(target_, path_) : appear();
+}
+
+// A folder with anything in it, or a file, makes the call fail.
+Status StagingFolder::appear() {
   if (std::rename(path_.c_str(), target_.c_str()) != 0)
     return Status::failure(errno, target_);
   made_ = false;
@@ -85,17 +80,13 @@ void clearStaging(const std::string& path, std::string_view kind) {
 }
 
 Status makeFolderWhole(std::string_view path, const FolderFiller& fill) {
-  std::string target(path);
-  while (target.size() > 1 && target.back() == '/')
-    target.pop_back();
-  const size_t slash = target.rfind('/');
-  if (slash != target.npos && slash > 0)
-    (void)createFolders(target.substr(0, slash));
+  const std::string target(withoutEndSlashes(path));
+  (void)createFolders(folderOf(target));
   clearStaging(target, kInstallKind);
   StagingFolder staging(target, kInstallKind);
   if (!isAnythingAt(target) && staging.make(0777).ok()) {
     fill(staging.path());
-    if (staging.takePlace().ok())
+    if (staging.appear().ok())
       return Status::success();
   }
   Status made = createFolders(target);

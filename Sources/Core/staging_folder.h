@@ -41,6 +41,9 @@ public:
   /// Puts it into the target's place; what was there is now at path().
   Status takePlace();
 
+  /// Puts it into the target's place, where nothing but an empty folder may be.
+  Status appear();
+
 private:
   bool lock();
 

@@ -4,6 +4,7 @@
 #include "core_border.h"
 
 #include <string>
+#include <string_view>
 #include <utility>
 
 namespace vireonix::core {
@@ -18,6 +19,10 @@ struct [[nodiscard]] Status {
   static Status success() { return {}; }
   static Status failure(int errnoValue, std::string where) {
     return {errnoValue, std::move(where)};
+  }
+  /// A success for 0, else that failure.
+  static Status of(int errnoValue, std::string_view where) {
+    return errnoValue == 0 ? success() : failure(errnoValue, std::string(where));
   }
 };
 

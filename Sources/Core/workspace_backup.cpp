@@ -5,6 +5,7 @@
 #include "file_tree_remove.h"
 #include "folder_lock.h"
 #include "folder_walk.h"
+#include "path_text.h"
 #include "staging_folder.h"
 #include "temporary_entry.h"
 
@@ -14,82 +15,41 @@
 #include <algorithm>
 #include <cerrno>
 #include <chrono>
-#include <climits>
 #include <csignal>
-#include <cstdlib>
-#include <memory>
 
 namespace vireonix::core {
 
 namespace {
 
-constexpr int kMostLinks = 40;
 // Another session copies a whole workspace while it has the backup folder to itself.
 constexpr std::chrono::seconds kPatience{30};
-
-bool isAnythingAt(const std::string& path) {
-  struct stat info {};
-  return lstat(path.c_str(), &info) == 0;
-}
-
-std::string withoutEndSlashes(std::string_view path) {
-  while (path.size() > 1 && path.back() == '/')
-    path.remove_suffix(1);
-  return std::string(path);
-}
-
-std::string folderOf(const std::string& path) {
-  const size_t slash = path.rfind('/');
-  if (slash == path.npos)
-    return ".";
-  return path.substr(0, std::max<size_t>(slash, 1));
-}
-
-std::string joined(const std::string& folder, std::string_view name) {
-  return folder + (folder.ends_with('/') ? "" : "/") + std::string(name);
-}
-
-std::string realPath(const std::string& path) {
-  const std::unique_ptr<char, decltype(&std::free)> real(realpath(path.c_str(), nullptr),
-                                                         &std::free);
-  return real ? std::string(real.get()) : std::string();
-}
-
-std::string canonicalPath(std::string_view given, int links = 0);
-
-/// The entry's own place: links in the path to it are resolved, the entry itself is not.
-std::string canonicalPlace(std::string_view given, int links = 0) {
-  const std::string path = withoutEndSlashes(given);
-  const std::string folder = folderOf(path);
-  const size_t slash = path.rfind('/');
-  const std::string name = path.substr(slash == path.npos ? 0 : slash + 1);
-  return folder == path ? path : joined(canonicalPath(folder, links), name);
-}
-
-/// The absolute path without links, also of what does not exist (yet).
-std::string canonicalPath(std::string_view given, int links) {
-  const std::string path = withoutEndSlashes(given);
-  if (std::string real = realPath(path); !real.empty() || links > kMostLinks)
-    return real;
-  std::string target(PATH_MAX, '\0');
-  const ssize_t length = readlink(path.c_str(), target.data(), target.size());
-  if (length <= 0)
-    return canonicalPlace(path, links + 1);
-  target.resize(static_cast<size_t>(length));
-  return canonicalPath(target.front() == '/' ? target : joined(folderOf(path), target), links + 1);
-}
-
-bool isWithin(const std::string& inner, const std::string& outer) {
-  return inner == outer || inner.starts_with(joined(outer, ""));
-}
 
 /// Sessions take turns: each looks at the mark and acts on it while no other can change it.
 FolderLock lockOf(std::string_view backup) {
   return {folderOf(withoutEndSlashes(backup)), kPatience};
 }
 
-bool isRunning(pid_t process) {
-  return process > 0 && (kill(process, 0) == 0 || errno == EPERM);
+bool isInUse(const BackupMark& mark) {
+  return !mark.workspace.empty() && mark.process > 0 &&
+         (kill(mark.process, 0) == 0 || errno == EPERM);
+}
+
+/// Why the workspace, of which errorAt says `error`, cannot be copied to the backup folder: 0 or an
+/// errno value. A workspace that is missing is no obstacle.
+int obstacle(std::string_view workspace, int error, std::string_view backup) {
+  const std::string source = canonicalPath(workspace);
+  const std::string target = canonicalPath(backup);
+  if (source.empty())
+    return ELOOP;
+  if (isWithin(source, target) || isWithin(target, source))
+    return EINVAL;
+  if (const int backupError = errorAt(backup))
+    return backupError;
+  if (error == 0)
+    return isFolder(workspace) ? 0 : ENOTDIR;
+  // What a dangling link names is not ours to make.
+  const bool isMissing = error == ENOENT && !isAnythingAt(std::string(workspace));
+  return isMissing ? 0 : error;
 }
 
 /// Moves the backup in, which is possible on the same file system, or copies it.
@@ -132,7 +92,7 @@ Status WorkspaceBackup::prepare(std::string_view backup) {
 
 Status WorkspaceBackup::makeEmpty(std::string_view backup) {
   state_ = State::NotTaken;
-  const std::string folder = withoutEndSlashes(backup);
+  const std::string folder(withoutEndSlashes(backup));
   Status status = discardTree(folder);
   // What is out of the way and could not be deleted is no obstacle.
   if (!isAnythingAt(folder))
@@ -159,29 +119,19 @@ Status WorkspaceBackup::take(std::string_view workspace, std::string_view backup
     state_ = State::Failed;
     return Status::failure(EBUSY, std::string(backup));
   }
-  const int backupError = errorAt(backup);
-  if (backupError == ENOENT)
+  if (errorAt(backup) == ENOENT)
     return Status::success();
+  // Asked once: a workspace that seems missing for a moment must not get an empty backup.
   const int error = errorAt(workspace);
   const std::string canonical = canonicalPath(workspace);
   const std::optional<BackupMark> mark = readBackupMark(backup);
   const bool isOurs = mark && mark->session == session_;
   if (state_ == State::Taken && isOurs && canonical == canonical_ && !listTree(backup).empty())
     return Status::success();
-  const std::string folder = canonicalPath(backup);
-  Status status;
-  if (isWithin(canonical, folder) || isWithin(folder, canonical))
-    status = Status::failure(EINVAL, std::string(workspace));
-  else if (backupError != 0 || (error != 0 && error != ENOENT))
-    status = Status::failure(std::max(backupError, error), std::string(workspace));
-  else if (error == 0 && !isFolder(workspace))
-    status = Status::failure(ENOTDIR, std::string(workspace));
-  else if (error != 0 && isAnythingAt(std::string(workspace)))
-    status = Status::failure(
-        ENOENT, std::string(workspace)); // what a dangling link names is not ours to make
-  else if (mark && !isOurs && !mark->workspace.empty() && isRunning(mark->process))
+  Status status = Status::of(obstacle(workspace, error, backup), workspace);
+  if (status.ok() && mark && !isOurs && isInUse(*mark))
     status = Status::failure(EBUSY, std::string(backup));
-  else
+  if (status.ok())
     status = makeEmpty(backup);
   if (status.ok())
     status = writeBackupMark(
@@ -232,7 +182,7 @@ Status WorkspaceBackup::restore(std::string_view workspace, std::string_view bac
   Status status;
   if (error == 0 && state_ != State::Failed)
     if (const std::optional<std::string> target = restoreTarget(workspace))
-      status = restoreTree(withoutEndSlashes(backup), *target, omissions_);
+      status = restoreTree(std::string(withoutEndSlashes(backup)), *target, omissions_);
   return status.ok() ? discard(backup) : status;
 }
 
@@ -247,7 +197,7 @@ Status WorkspaceBackup::remove(std::string_view backup) {
 Status WorkspaceBackup::discard(std::string_view backup) {
   state_ = State::NotTaken;
   omissions_.clear();
-  Status removed = discardTree(withoutEndSlashes(backup));
+  Status removed = discardTree(std::string(withoutEndSlashes(backup)));
   return removed.ok() ? removeTree(backupMarkPath(backup)) : removed;
 }
 

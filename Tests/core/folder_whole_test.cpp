@@ -63,6 +63,17 @@ TEST(FolderWhole, WhatIsThereIsCompletedAndANameTooLongForASiblingIsMadeInPlace)
   EXPECT_EQ(makeFolderWhole(folder.at("file/below"), fill).error, ENOTDIR);
 }
 
+TEST(FolderWhole, WhatAnotherProcessMakesMeanwhileStaysAndIsCompleted) {
+  const TemporaryFolder folder;
+  const std::string path = folder.at("new");
+  EXPECT_TRUE(makeFolderWhole(path, [&](const std::string& at) {
+                if (at != path)
+                  folder.write("new/edited", "theirs");
+                EXPECT_TRUE(replaceFile(at + "/file", "x").ok());
+              }).ok());
+  EXPECT_EQ(listTree(folder.path().string()), (Names{"new", "new/edited", "new/file"}));
+}
+
 TEST(FolderLock, KeepsOthersOutUntilItGoesAndGivesUpAfterAWhile) {
   const TemporaryFolder folder;
   const std::string path = folder.path().string();

@@ -68,6 +68,17 @@ TEST_F(BackupOfWorkspace, WhatCouldNotBeBackedUpStaysAsEditedAndTheRestIsReverte
   });
 }
 
+TEST_F(BackupOfWorkspace, AWorkspaceBehindALinkToItselfIsNoWorkspace) {
+  fs::create_symlink("circle", folder.at("home/circle"));
+  const std::string nowhere = folder.at("home/circle/workspace");
+  const TreeSnapshot before = snapshot(folder.at("home"));
+  ASSERT_TRUE(session.prepare(backup).ok());
+  EXPECT_EQ(session.take(nowhere, backup).error, ELOOP);
+  EXPECT_TRUE(session.restore(nowhere, backup).ok());
+  EXPECT_EQ(snapshot(folder.at("home")), before);
+  EXPECT_FALSE(fs::exists("/workspace"));
+}
+
 TEST_F(BackupOfWorkspace, ABackupThatRanOutOfRoomNeverCostsAFile) {
   const TreeSnapshot before = snapshot(workspace);
   withSmallDisk(folder.at("tmp"), size_t{1} << 20, [&] {
