@@ -12,7 +12,9 @@
 #include "Core/file_tree.h"
 #include "Core/media_file.h"
 #include "Core/slider_document.h"
+#include "Core/workspace_path.h"
 
+#include <string>
 #include <utility>
 
 using namespace vireonix;
@@ -24,11 +26,15 @@ static NSString *const kOpenTitle = @"Select a file(*.jpg; *.png; *.gif; *.swf)"
 
 namespace {
 
-// Errors leave the workspace without the file; the record names it all the same.
-void replaceWithCopy(NSString *destination, NSString *source) {
-  if (core::exists(bridge::path(destination)))
-    (void)core::removeTree(bridge::path(destination));
-  (void)core::copyFile(bridge::path(source), bridge::path(destination));
+// Errors leave the workspace without the file; the record names it all the same. What lies outside
+// the workspace is not the panel's to replace: a revert would not bring it back.
+void putCopyInWorkspace(NSString *workspace, NSString *relative, NSString *source) {
+  if (!core::isInsideWorkspace(bridge::path(workspace), bridge::path(relative)))
+    return;
+  const std::string destination = bridge::path([workspace stringByAppendingPathComponent:relative]);
+  if (core::exists(destination))
+    (void)core::removeTree(destination);
+  (void)core::copyFile(bridge::path(source), destination);
 }
 
 } // namespace
@@ -67,7 +73,7 @@ void replaceWithCopy(NSString *destination, NSString *source) {
     return;
   NSString *relative = [kMediaFolder stringByAppendingPathComponent:[file lastPathComponent]];
   showTextInField(txtFileName, relative);
-  replaceWithCopy([[self workSpace] stringByAppendingPathComponent:relative], file);
+  putCopyInWorkspace([self workSpace], relative, file);
   slider::Slide slide;
   slide.backgroundImage = bridge::utf8(relative);
   [self insertSlide:recordOfSlide(std::move(slide))];
@@ -96,7 +102,7 @@ void replaceWithCopy(NSString *destination, NSString *source) {
     return;
   NSString *name = [file lastPathComponent];
   showTextInField(txtFileName, name);
-  replaceWithCopy([[self workSpace] stringByAppendingPathComponent:name], file);
+  putCopyInWorkspace([self workSpace], name, file);
   NSMutableDictionary *slide =
       [[tableViewProtocol list] objectAtIndex:static_cast<NSUInteger>(selectedIndex)];
   [self checkRemoveResource:recordText(slide, slider::kBackgroundImage)];

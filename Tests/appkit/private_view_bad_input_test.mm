@@ -83,6 +83,18 @@ TEST_F(PanelBadInput, AFileThatVanishesOnceChosenIsNamedAndMissing) {
   expectAgreement();
 }
 
+TEST_F(PanelBadInput, NothingIsReplacedThroughALinkThatLeadsOutOfTheWorkspace) {
+  folder_.write("outside/new.png", "theirs");
+  fs::remove_all(inWorkspace("intro_asset"));
+  fs::create_directory_symlink("../outside", inWorkspace("intro_asset"));
+  add(folder_.write("from/new.png", "picture"));
+  add(folder_.write("from/other.png", "picture"));
+  EXPECT_EQ(fileBytes(folder_.at("outside/new.png")), "theirs");
+  EXPECT_FALSE(fs::exists(folder_.at("outside/other.png")));
+  EXPECT_EQ(slideFiles(),
+            (Names{"1.jpg", "2.jpg", "intro_asset/other.png", "intro_asset/new.png"}));
+}
+
 TEST_F(PanelBadInput, AFileThatVanishesBeforeTheAnswerChangesNothing) {
   const std::string before = document();
   const std::string file = folder_.write("from/new.png", "picture");
