@@ -2,20 +2,22 @@
 
 namespace vireonix::core::slider {
 
-void DocumentFile::take(const std::string& path, const std::optional<FileState>& state,
-                        const xml::Node* root) {
-  root_ = root != nullptr ? xml::copyWithoutChildren(*root) : nullptr;
+// The state from before the reading: a change meanwhile has the next save read again.
+void DocumentFile::willRead(const std::string& path) {
   path_ = path;
-  // The state from before the reading: a change meanwhile has the next save read again. One that
-  // is too young to tell a further change is not remembered.
+  const std::optional<FileState> state = fileState(path);
   state_ = state && isSettled(*state) ? state : std::nullopt;
 }
 
+void DocumentFile::didRead(const xml::Node* root) {
+  root_ = root != nullptr ? xml::copyWithoutChildren(*root) : nullptr;
+}
+
 xml::Tree DocumentFile::root(const std::string& path) {
-  const std::optional<FileState> state = fileState(path);
-  if (state && state == state_ && path == path_)
-    return root_;
-  take(path, state, xml::parseFile(path).get());
+  if (path != path_ || !state_ || fileState(path) != state_) {
+    willRead(path);
+    didRead(xml::parseFile(path).get());
+  }
   return root_;
 }
 

@@ -16,9 +16,10 @@ namespace vireonix::core::slider {
 /// old document only when somebody else has changed it.
 class DocumentFile {
 public:
-  /// Takes over what somebody has read: the root of the document, null for none, that was in
-  /// `state` before it was read.
-  void take(const std::string& path, const std::optional<FileState>& state, const xml::Node* root);
+  /// Somebody reads the document at `path`, and tells before it and afterwards, with the root that
+  /// was there, null for none.
+  void willRead(const std::string& path);
+  void didRead(const xml::Node* root);
 
   /// The root element, without what is below it, of the document as it is on disk now; null when
   /// there is none. `path` is bytes for the operating system.
@@ -29,6 +30,7 @@ public:
 
 private:
   std::string path_;
+  // In which `root_` was there; nothing when a further change may leave it as it is.
   std::optional<FileState> state_;
   xml::Tree root_;
 };

@@ -137,8 +137,8 @@ Status replaceFile(std::string_view path, std::string_view bytes,
                    std::optional<FileState>* made = nullptr);
 
 /// Like replaceFile, surviving the machine failing, with `bytes` added behind the present content,
-/// which is not read into memory.
-/// A link to a regular file is replaced by a file with that content and `bytes`.
+/// which is not read into memory. A link to a regular file is replaced by a file with that content
+/// and `bytes`.
 Status appendToFile(std::string_view path, std::string_view bytes);
 
 } // namespace vireonix::core

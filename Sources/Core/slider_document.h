@@ -119,8 +119,8 @@ struct DocumentShape {
 };
 
 /// Writes a document slide by slide, as UTF-8. What the shape points to must outlive the writer.
-/// A text object is written with exactly the attributes of the
-/// template's first text object; where there is no template, with its own.
+/// A text object is written with exactly the attributes of the template's first text object; where
+/// there is no template, with its own.
 class DocumentWriter {
 public:
   /// Writes into the memory of `buffer`, whose content is dropped: that of the last document, which

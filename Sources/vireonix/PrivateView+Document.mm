@@ -14,7 +14,6 @@
 #include "Core/slider_document.h"
 #include "Core/workspace_path.h"
 
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -84,10 +83,9 @@ void replace(XMLElement *&kept, XMLElement *element) {
 - (void)readWorkspaceDocument {
   tableViewProtocol = [[TableViewProtocol alloc] init];
   [tableViewProtocol setOwer:self];
-  const std::string file = [self documentPath];
-  const std::optional<core::FileState> state = core::fileState(file);
+  documentFile.willRead([self documentPath]);
   XMLElement *root = [settingsInfo loadDataRootElement];
-  documentFile.take(file, state, root != nil ? [root node] : nullptr);
+  documentFile.didRead(root != nil ? [root node] : nullptr);
   slider::Document document;
   if (root != nil)
     document = slider::readDocument(*[root node]);

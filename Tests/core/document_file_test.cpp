@@ -75,12 +75,12 @@ TEST_F(DocumentFileTest, ADocumentThatNobodyChangedIsNotReadAgain) {
 
 TEST_F(DocumentFileTest, ADocumentThatSomebodyHasReadIsNotReadAgain) {
   const std::string old = "/bin/sh"; // No document, and not just changed.
-  const auto state = fileState(old);
-  ASSERT_TRUE(state);
   const xml::Tree read = xml::parse("<m a='5'><data/></m>", xml::Mode::Strict);
-  file_.take(old, state, read.get());
+  file_.willRead(old);
+  file_.didRead(read.get());
   EXPECT_EQ(markupOf(file_.root(old)), "<m a=\"5\"/>");
-  file_.take(path_, fileState(path_), read.get());
+  file_.willRead(path_);
+  file_.didRead(read.get());
   EXPECT_EQ(root(), "<m a=\"1\" b=\"&amp;\"/>") << "it may have been changed meanwhile";
 }
 
