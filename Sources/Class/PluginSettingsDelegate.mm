@@ -86,6 +86,7 @@ static const int32_t kCloseModeApply = 1;
   [[self window] setTitle:[title stringByReplacingOccurrencesOfString:@"%@"
                                                            withString:kDisplayTitle]];
   [self wireControls];
+  vireonix::platform::prepareForFirstClick();
   [self loadPanel];
   [self setUpPanel];
   [self placePanel];

@@ -18,6 +18,9 @@ void stopModalSession(NSInteger code);
 /// Called before a modal session for a panel that is used again and again.
 void prepareForModalSession(NSWindow *panel);
 
+/// Called before a window is shown, so that the application's first click is as good as any.
+void prepareForFirstClick();
+
 /// Solid lines between the table's columns and between its rows.
 void showSolidGrid(NSTableView *table);
 

@@ -14,6 +14,8 @@ void stopModalSession(NSInteger code) {
 
 void prepareForModalSession(NSWindow *panel) {}
 
+void prepareForFirstClick() {}
+
 void showSolidGrid(NSTableView *table) {
   [table setGridStyleMask:NSTableViewSolidVerticalGridLineMask |
                           NSTableViewSolidHorizontalGridLineMask];

@@ -2,6 +2,7 @@
 #import "Platform/wake_event.h"
 
 #import <AppKit/AppKit.h>
+#import <GNUstepGUI/GSDisplayServer.h>
 
 #include <array>
 #include <spawn.h>
@@ -69,6 +70,17 @@ void prepareForModalSession(NSWindow *panel) {
   if (![placed containsObject:key])
     [panel center];
   [placed addObject:key];
+}
+
+// GNUstep's display server reads the mouse's settings at the first click, after starting a service
+// that tells of their changes, and takes events while it waits for that. The release of a quick
+// click overtakes its press then, and the control under it stays pressed. Once the settings are
+// read, the service is not asked for.
+void prepareForFirstClick() {
+  const SEL readSettings = NSSelectorFromString(@"mouseOptionsChanged:");
+  id server = GSCurrentServer();
+  if ([server respondsToSelector:readSettings])
+    [server performSelector:readSettings withObject:nil];
 }
 
 // GNUstep's tables leave the style mask alone.
