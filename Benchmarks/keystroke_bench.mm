@@ -6,9 +6,8 @@
 
 #import "Bridge/text.h"
 #import "Class/PluginSettingsDelegate.h"
-#import "NSWindowController+SelectedLanguage.h"
 #import "preview_support.h"
-#import "vireonix/PrivateView.h"
+#import "support/panel_nib.h"
 
 #include "Core/file_tree.h"
 #include "measure.h"
@@ -165,16 +164,9 @@ public:
 private:
   static PrivateView *loadedPanel() {
     NSBundle *bundle = [NSBundle bundleWithPath:@VIREONIX_BUNDLE];
-    NSNib *nib = [[[NSNib alloc] initWithResourceNibName:@"PrivateView" bundle:bundle] autorelease];
-    PrivateView *owner = [[[PrivateView alloc] init] autorelease];
-    NSArray *objects = nil;
-    [nib instantiateNibWithOwner:owner topLevelObjects:&objects];
-    for (id object in objects) {
-      if ([object isKindOfClass:[PrivateView class]])
-        return object;
-    }
-    require(false, "the nib holds no panel");
-    return nil;
+    PrivateView *panel = test::panelOfNib(bundle);
+    require(panel != nil, "the nib holds no panel");
+    return panel;
   }
 
   NSString *workspace() const { return bridge::pathString(folder_.at("workspace")); }

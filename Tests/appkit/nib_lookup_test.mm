@@ -3,8 +3,8 @@
 
 #import "Bridge/text.h"
 #import "Locale.h"
+#import "support/panel_nib.h"
 #import "support/temporary_folder.h"
-#import "vireonix/PrivateView.h"
 
 #include <gtest/gtest.h>
 
@@ -44,15 +44,7 @@ protected:
   [[nodiscard]] std::string addTitle(NSString *language) const {
     setDefaultLanguageCode(language);
     NSBundle *bundle = [NSBundle bundleWithPath:pathString(folder_.at("p.bundle"))];
-    NSNib *nib = [[[NSNib alloc] initWithResourceNibName:@"PrivateView" bundle:bundle] autorelease];
-    PrivateView *owner = [[[PrivateView alloc] init] autorelease];
-    NSArray *objects = nil;
-    [nib instantiateNibWithOwner:owner topLevelObjects:&objects];
-    for (id object in objects) {
-      if ([object isKindOfClass:[PrivateView class]])
-        return utf8([[object btnAdd] title]);
-    }
-    return {};
+    return utf8([[panelOfNib(bundle) btnAdd] title]);
   }
 
   TemporaryFolder folder_;

@@ -3,7 +3,7 @@
 #import "Bridge/text.h"
 #import "Class/XMLElement.h"
 #import "Locale.h"
-#import "NSWindowController+SelectedLanguage.h"
+#import "support/panel_nib.h"
 #import "support/run_loop.h"
 
 #include "Core/slider_document.h"
@@ -51,22 +51,6 @@ std::vector<std::string> valuesOf(TableViewProtocol *protocol, NSString *key) {
   return values;
 }
 
-PrivateView *panelOfNib() {
-  NSBundle *bundle = [NSBundle bundleWithPath:@VIREONIX_BUNDLE];
-  NSNib *nib = [[[NSNib alloc] initWithResourceNibName:@"PrivateView" bundle:bundle] autorelease];
-  PrivateView *owner = [[[PrivateView alloc] init] autorelease];
-  NSArray *objects = nil;
-  [nib instantiateNibWithOwner:owner topLevelObjects:&objects];
-  PrivateView *panel = nil;
-  for (id object in objects) {
-    // Each carries one reference too many.
-    [object autorelease];
-    if ([object isKindOfClass:[PrivateView class]])
-      panel = object;
-  }
-  return [panel retain];
-}
-
 } // namespace
 
 PanelTest::PanelTest() {
@@ -92,7 +76,7 @@ void PanelTest::open(const std::string &document) {
 }
 
 void PanelTest::open() {
-  panel_ = panelOfNib();
+  panel_ = [panelOfNib([NSBundle bundleWithPath:@VIREONIX_BUNDLE]) retain];
   ASSERT_NE(panel_, nil);
   window_ = [[NSWindow alloc] initWithContentRect:NSMakeRect(100, 100, 900, 700)
                                         styleMask:NSTitledWindowMask | NSClosableWindowMask

@@ -11,6 +11,8 @@ using vireonix::bridge::utf8;
 using vireonix::test::AlertAnswers;
 using vireonix::test::captionMarkup;
 using vireonix::test::documentMarkup;
+using vireonix::test::kNo;
+using vireonix::test::kYes;
 using vireonix::test::PanelTest;
 using vireonix::test::pumpFor;
 using vireonix::test::pumpUntil;
@@ -20,15 +22,13 @@ namespace {
 
 using Names = std::vector<std::string>;
 
-constexpr NSInteger kYes = NSAlertFirstButtonReturn;
-constexpr NSInteger kNo = NSAlertSecondButtonReturn;
-
 constexpr const char *kInTimeQuestion =
     "The In-Time value range 0-200 is recommended, Are you insist to use the input value ?";
 constexpr const char *kStayTimeQuestion =
     "The Stay-Time value range 0-200 is recommended, Are you insist to use the input value ?";
 constexpr const char *kSizeQuestion =
     "The text size range 10-60 is recommended, Are you insist to use the input value ?";
+
 class PanelCaptionEdges : public PanelTest {
 protected:
   PanelCaptionEdges() {

@@ -10,15 +10,14 @@ using vireonix::bridge::utf8;
 using vireonix::test::AlertAnswers;
 using vireonix::test::captionMarkup;
 using vireonix::test::documentMarkup;
+using vireonix::test::kNo;
+using vireonix::test::kYes;
 using vireonix::test::PanelTest;
 using vireonix::test::slideMarkup;
 
 namespace {
 
 using Names = std::vector<std::string>;
-
-constexpr NSInteger kYes = NSAlertFirstButtonReturn;
-constexpr NSInteger kNo = NSAlertSecondButtonReturn;
 
 class PanelCaptions : public PanelTest {
 protected:

@@ -15,6 +15,10 @@ struct ShownAlert {
   std::vector<std::string> buttons;
 };
 
+/// The return codes of an alert's two buttons.
+inline constexpr NSInteger kYes = NSAlertFirstButtonReturn;
+inline constexpr NSInteger kNo = NSAlertSecondButtonReturn;
+
 /// While it lives, every alert is answered at once with the given return codes, in order; without
 /// one left, with the first button's. One at a time.
 class AlertAnswers {
