@@ -16,20 +16,27 @@ using namespace vireonix::host;
 namespace {
 
 constexpr CGFloat kListRowHeight = 22;
+constexpr CGFloat kListBorder = 1;
 
 bool offersAChoiceOnly(NSComboBox *box) {
   return [box isEnabled] && ![box isEditable] && [box numberOfItems] > 0;
 }
 
-// The item that was chosen when a list was opened here; -1 for none.
-NSInteger chosenItem = -1;
+// The item that the box showed when a list was opened here; -1 for none.
+NSInteger shownItem = -1;
+
+// The text may show another item than the selected one.
+NSInteger itemShownBy(NSComboBox *box) {
+  const NSInteger item = [box indexOfItemWithObjectValue:[box stringValue]];
+  return item != NSNotFound ? item : [box indexOfSelectedItem];
+}
 
 void openList(NSComboBox *box) {
   const NSInteger item = [box indexOfSelectedItem];
   NSString *text = [box stringValue];
-  chosenItem = item;
+  shownItem = itemShownBy(box);
   [static_cast<NSComboBoxCell *>([box cell]) _didClickWithinButton:box];
-  chosenItem = -1;
+  shownItem = -1;
   // A list that was left by Escape has changed the choice behind the text that it left alone.
   if (item >= 0 && [[box stringValue] isEqualToString:text])
     [box selectItemAtIndex:item];
@@ -87,6 +94,19 @@ id initReadableList(id receiver, SEL, NSRect content, NSUInteger style, NSBackin
   return list;
 }
 
+// As high as what it shows, its edge at the box kept.
+NSRect fittedToRows(NSRect frame, NSTableView *table, NSComboBoxCell *cell) {
+  const NSInteger rows = std::min([cell numberOfItems], [cell numberOfVisibleItems]);
+  const CGFloat height = static_cast<CGFloat>(rows) * [table rowHeight] + 2 * kListBorder;
+  NSView *box = [cell controlView];
+  const NSRect boxFrame = [box convertRect:[box bounds] toView:nil];
+  const NSPoint boxOrigin = [[box window] convertBaseToScreen:boxFrame.origin];
+  if (NSMidY(frame) < boxOrigin.y)
+    frame.origin.y += NSHeight(frame) - height;
+  frame.size.height = height;
+  return frame;
+}
+
 // The list is as wide as its box, its rows are as wide as the list, and it has a scroller only when
 // there is something to scroll to.
 Replacement<void, NSComboBoxCell *> layOut;
@@ -102,7 +122,7 @@ void placeAsWideAsBox(id receiver, SEL, NSComboBoxCell *cell) {
   NSTableView *table = [list valueForKey:@"_tableView"];
   NSRect frame = [list frame];
   frame.size.width = std::max(NSWidth(frame), NSWidth([[cell controlView] bounds]));
-  [list setFrame:frame display:NO];
+  [list setFrame:fittedToRows(frame, table, cell) display:NO];
   NSScrollView *scroll = [table enclosingScrollView];
   [scroll setHasVerticalScroller:[cell hasVerticalScroller]];
   [scroll setFrame:[[list contentView] bounds]];
@@ -110,15 +130,15 @@ void placeAsWideAsBox(id receiver, SEL, NSComboBoxCell *cell) {
   [[[table tableColumns] objectAtIndex:0] setWidth:room];
 }
 
-// The toolkit marks the first item that begins with the box's text, which need not be the chosen
+// The toolkit marks the first item that begins with the box's text, which need not be the shown
 // one.
 Replacement<void, NSComboBoxCell *> runList;
-void runListFromChosenItem(id receiver, SEL, NSComboBoxCell *cell) {
+void runListFromShownItem(id receiver, SEL, NSComboBoxCell *cell) {
   NSTableView *table = [receiver valueForKey:@"_tableView"];
-  if (chosenItem >= 0 && chosenItem < [table numberOfRows]) {
-    [table selectRowIndexes:[NSIndexSet indexSetWithIndex:static_cast<NSUInteger>(chosenItem)]
+  if (shownItem >= 0 && shownItem < [table numberOfRows]) {
+    [table selectRowIndexes:[NSIndexSet indexSetWithIndex:static_cast<NSUInteger>(shownItem)]
         byExtendingSelection:NO];
-    [table scrollRowToVisible:chosenItem];
+    [table scrollRowToVisible:shownItem];
   }
   runList(receiver, cell);
 }
@@ -138,6 +158,6 @@ void vireonix::host::replaceComboMethods() {
                    &initReadableList);
   layOut.install(list, @selector(layoutWithComboBoxCell:), &layOutWithScrollerForLongLists);
   place.install(list, @selector(positionWithComboBoxCell:), &placeAsWideAsBox);
-  runList.install(list, @selector(runLoopWithComboBoxCell:), &runListFromChosenItem);
+  runList.install(list, @selector(runLoopWithComboBoxCell:), &runListFromShownItem);
   itemHeight.install([NSComboBoxCell class], @selector(itemHeight), &roomyItemHeight);
 }

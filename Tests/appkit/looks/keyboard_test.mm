@@ -133,6 +133,17 @@ TEST(Keyboard, AComboBoxOpensByAKeyAndTheListTakesTheArrowsAndReturn) {
   }
 }
 
+TEST(Keyboard, TheListOfAComboBoxBeginsAtTheShownItem) {
+  const ShownWindow shown;
+  NSComboBox *box = shown.control(@"comAlign");
+  [box selectItemAtIndex:0];
+  [box setStringValue:[box itemObjectValueAtIndex:5]];
+  shown.focus(@"comAlign");
+  pressKeysSoon("space Down Return");
+  ASSERT_TRUE(pumpEventsUntil([&] { return [box indexOfSelectedItem] == 6; }, 5));
+  EXPECT_TRUE([[box stringValue] isEqualToString:[box itemObjectValueAtIndex:6]]);
+}
+
 TEST(Keyboard, EscapeClosesTheListOfAComboBoxAndNothingElse) {
   const ShownWindow shown;
   NSComboBox *box = shown.control(@"comAlign");
