@@ -5,6 +5,7 @@
 #import "Class/RoundedFrame.h"
 #import "Class/TableViewProtocol.h"
 #import "Class/XMLElement.h"
+#import "Locale.h"
 #import "vireonix/ColorButtonCell.h"
 #import "vireonix/PrivateView+SetUp.h"
 #import "vireonix/panel_controls.h"
@@ -135,6 +136,9 @@ static NSString *const kIdentifier = @"vireonix";
     showAllItems(combo);
   }
   [comAlign setIntercellSpacing:NSMakeSize(1, 2)];
+  [[txtFileName cell]
+      setPlaceholderString:loadAppString(@"No slide selected", @"No slide selected")];
+  [[txtCaption cell] setPlaceholderString:loadAppString(@"Type a caption", @"Type a caption")];
 }
 
 - (void)wireButton:(NSButton *)button action:(SEL)action {

@@ -143,6 +143,13 @@ click() {
     $((height - y - $(frame_of "$1" height) / 2))
 }
 
+# top_left ID: a control's upper left corner in the settings window, from the upper left.
+top_left() {
+  local x y
+  read -r x y < <(lower_left "$1")
+  echo "$x $(($(window_height) - y - $(frame_of "$1" height)))"
+}
+
 window_height() { xdotool getwindowgeometry --shell "$e2e_window" | sed -n 's/^HEIGHT=//p'; }
 
 # click_row TABLE ROW: a row of a table, counted from 0; the table shows its first row on top.
@@ -243,13 +250,16 @@ enter_colour() {
 
 # --- What is seen ---------------------------------------------------------------------------------
 
-# middle_of ID: the colour in the middle of a control, as #RRGGBB.
+# colour_at X Y: the colour of a pixel of the settings window, as #RRGGBB.
+colour_at() {
+  import -window "$e2e_window" -depth 8 -crop "1x1+$1+$2" txt:- | grep -o '#[0-9A-F]\{6\}' | head -n 1
+}
+
+# middle_of ID: the colour in the middle of a control.
 middle_of() {
   local x y
-  read -r x y < <(lower_left "$1")
-  import -window "$e2e_window" -depth 8 -crop \
-    "1x1+$((x + $(frame_of "$1" width) / 2))+$(($(window_height) - y - $(frame_of "$1" height) / 2))" \
-    txt:- | grep -o '#[0-9A-F]\{6\}' | head -n 1
+  read -r x y < <(top_left "$1")
+  colour_at $((x + $(frame_of "$1" width) / 2)) $((y + $(frame_of "$1" height) / 2))
 }
 
 # share_of_preview COLOUR: how many of 1,000 pixels of the preview have nearly that colour.
@@ -285,6 +295,13 @@ expect_same() {
   fingerprint "$workspace" >"$e2e_work/now"
   diff "$e2e_work/$1" "$e2e_work/now" >&2 || fail "the workspace is not as it was"
 }
+
+# value XPATH: of the slider document.
+value() { xmllint --xpath "string($1)" "$workspace/intro_asset/data.xml"; }
+
+# expect_value XPATH TEXT: a value of the slider document comes to be a text.
+has_value() { [ "$(value "$1")" = "$2" ]; }
+expect_value() { within 10 has_value "$1" "$2" || fail "$1 is '$(value "$1")' and not '$2'"; }
 
 document_holds() { grep -qF -- "$1" "$workspace/intro_asset/data.xml"; }
 

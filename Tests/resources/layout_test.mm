@@ -24,7 +24,7 @@ struct WindowSize {
 };
 
 constexpr WindowSize kSizes[] = {
-    {"minimum", 928, 640}, {"initial", 1024, 704}, {"large", 1560, 1000}};
+    {"minimum", 960, 640}, {"initial", 1024, 704}, {"large", 1560, 1000}};
 
 // The right column reaches this far past the window's edge, with nothing in it there.
 constexpr double kOverhang = 12;

@@ -175,6 +175,18 @@ TEST_P(Nib, HasEditableFieldsAndLabelsThatTakeNoKeys) {
   }
 }
 
+TEST_P(Nib, SetsTheGroupsTitlesOffFromTheirLabels) {
+  NSString *bold = [[NSFont boldSystemFontOfSize:13] fontName];
+  NSArray *titles = translated(
+      GetParam(),
+      @[ @"Slides", @"Captions of the slide", @"Caption", @"Preview", @"Position on the page" ]);
+  for (NSString *title in titles) {
+    NSTextField *label = labelOf(nibs.content(), title);
+    ASSERT_NE(label, nil) << [title UTF8String];
+    EXPECT_STREQ([[[label font] fontName] UTF8String], [bold UTF8String]) << [title UTF8String];
+  }
+}
+
 TEST_P(Nib, SendsTheTabKeyThroughEveryControl) {
   // The panel stands where its placeholder stood in the window's loop; the controller closes it.
   NSMutableArray *visited = [NSMutableArray array];

@@ -42,6 +42,9 @@ NSString *folderOf(const std::string &language);
 /// impossible. Answers the top-level objects.
 NSArray *loadNib(NSString *path, id owner);
 
+/// The label that shows a text, in a view or below it; nil when there is none.
+NSTextField *labelOf(NSView *view, NSString *text);
+
 class NibWindow {
 public:
   /// Loads both nibs from a folder and puts the panel into the window.

@@ -46,6 +46,17 @@ NSArray *loadNib(NSString *path, id owner) {
   return objects;
 }
 
+NSTextField *labelOf(NSView *view, NSString *text) {
+  if ([view isMemberOfClass:[NSTextField class]] &&
+      [[static_cast<NSTextField *>(view) stringValue] isEqualToString:text])
+    return static_cast<NSTextField *>(view);
+  NSTextField *found = nil;
+  for (NSView *subview in [view subviews])
+    if (found == nil)
+      found = labelOf(subview, text);
+  return found;
+}
+
 NibWindow::NibWindow(NSString *folder) : owner_([[NibOwner alloc] initWithWindow:nil]) {
   loadNib([folder stringByAppendingPathComponent:@"PluginSettingsDelegate.nib"], owner_);
   PrivateView *temporary = [[[PrivateView alloc] init] autorelease];

@@ -104,7 +104,7 @@ TEST_F(Rhythm, ButtonsStandEightPointsFromWhatIsAboveBelowAndBesideThem) {
 
 TEST_F(Rhythm, EveryFieldHasItsLabelAndEveryNumberItsUnit) {
   struct Row {
-    NSTextField *field;
+    NSView *field;
     const char *label;
     const char *unit;
   };
@@ -116,6 +116,11 @@ TEST_F(Rhythm, EveryFieldHasItsLabelAndEveryNumberItsUnit) {
                       {[panel() txtFileName], "File:", nullptr},
                       {[panel() txtCaption], "Caption:", nullptr},
                       {[panel() txtTextSize], "Size:", "px"},
+                      {[panel() comStyle], "Style:", nullptr},
+                      {[panel() comAlign], "Align:", nullptr},
+                      {[panel() comTextAnimation], "Animation:", nullptr},
+                      {[panel() comTextAlign], "Text align:", nullptr},
+                      {[panel() comStartDirection], "Direction:", nullptr},
                       {[panel() txtInTime], "In time:", "s"},
                       {[panel() txtStayTime], "Stay time:", "s"}};
   for (const Row &row : rows) {
@@ -129,6 +134,80 @@ TEST_F(Rhythm, EveryFieldHasItsLabelAndEveryNumberItsUnit) {
     }
   }
   EXPECT_STREQ([[nearestLabel(owner()->sldTrans, false) stringValue] UTF8String], "Transparency:");
+}
+
+TEST_F(Rhythm, TitlesStandAtOnePlaceInTheirGroups) {
+  int titles = 0;
+  for (NSString *text in
+       @[ @"Slides", @"Captions of the slide", @"Caption", @"Preview", @"Position on the page" ]) {
+    NSTextField *title = labelOf(nibs.content(), text);
+    ASSERT_NE(title, nil) << [text UTF8String];
+    EXPECT_EQ(NSMinX([title frame]), kInside) << [text UTF8String];
+    EXPECT_EQ(NSMaxY([[title superview] bounds]) - NSMaxY([title frame]), 7) << [text UTF8String];
+    ++titles;
+  }
+  EXPECT_EQ(titles, 5);
+}
+
+TEST_F(Rhythm, WhatStandsInAColumnBeginsAndEndsOnOneLine) {
+  const PrivateView *editor = panel();
+  for (NSArray *column in @[
+         @[
+           [editor txtCaption], [editor txtTextSize], [editor comAlign], [editor comTextAlign],
+           [editor txtInTime]
+         ],
+         @[
+           [editor comStyle], [editor comTextAnimation], [editor comStartDirection],
+           [editor txtStayTime]
+         ],
+         @[ owner()->txtLeft, owner()->txtTop, owner()->txtRight, owner()->txtBottom ],
+         @[ [editor btnAdd], [editor btnRemove], [editor btnSave], [editor btnBrowse] ]
+       ])
+    for (NSView *view in column)
+      EXPECT_EQ(NSMinX(inWindow(view)), NSMinX(inWindow([column objectAtIndex:0])))
+          << [[view description] UTF8String];
+  const double end = NSMaxX(inWindow([[editor tbContent] enclosingScrollView]));
+  for (NSView *view in @[
+         [[editor btnTextColor] superview], [editor comStyle], [editor comTextAnimation],
+         [editor comStartDirection]
+       ])
+    EXPECT_EQ(NSMaxX(inWindow(view)), end) << [[view description] UTF8String];
+  // A slider's knob stands two points inside its frame.
+  EXPECT_EQ(NSMinX(inWindow(owner()->matLayer)) - NSMinX(inWindow(owner()->sldTrans)), 2);
+}
+
+TEST_F(Rhythm, WhatStandsInARowIsLevel) {
+  const NibOwner *window = owner();
+  EXPECT_EQ(NSMidY([window->sldTrans frame]), NSMidY([window->txtTransparency frame]));
+  EXPECT_EQ(NSMaxY([window->positionDrawView frame]), NSMaxY([window->txtLeft frame]));
+  const double firstLayer =
+      NSMaxY([window->matLayer frame]) - [window->matLayer cellSize].height / 2;
+  NSTextField *label = labelOf(nibs.content(), @"Layer:");
+  EXPECT_NEAR(NSMidY([label frame]), firstLayer, 1);
+  NSView *colour = [[panel() btnTextColor] superview];
+  EXPECT_EQ(NSMidY(inWindow(colour)), NSMidY(inWindow([panel() txtCaption])));
+  EXPECT_EQ(NSMaxY(inWindow([panel() btnAdd])),
+            NSMaxY(inWindow([[panel() tableView] enclosingScrollView])));
+  NSArray *buttons = @[ [panel() btnAdd], [panel() btnRemove], [panel() btnSave] ];
+  for (NSUInteger i = 1; i < [buttons count]; ++i)
+    EXPECT_EQ(NSMinY([[buttons objectAtIndex:i - 1] frame]) -
+                  NSMaxY([[buttons objectAtIndex:i] frame]),
+              6);
+}
+
+// AppKit leaves room for a shadow around a push button.
+TEST_F(Rhythm, TheWindowsButtonsEndWithTheGroups) {
+  constexpr double kShadow = 6;
+  constexpr double kBetween = 2;
+  const NSRect standard = [owner()->btnDefault frame];
+  const NSRect cancel = [owner()->btnCancel frame];
+  const NSRect apply = [owner()->btnOK frame];
+  EXPECT_EQ(NSMinX(standard) + kShadow, kOutside);
+  EXPECT_EQ(NSMaxX([nibs.content() bounds]) - NSMaxX(apply) + kShadow, kOutside);
+  EXPECT_EQ(NSMinX(apply) - NSMaxX(cancel), kBetween);
+  EXPECT_EQ(NSWidth(apply), NSWidth(cancel));
+  EXPECT_EQ(NSMinY(standard), NSMinY(apply));
+  EXPECT_EQ(NSMinY(cancel), NSMinY(apply));
 }
 
 TEST_F(Rhythm, ThePreviewAndTheCanvasHaveThePagesProportions) {

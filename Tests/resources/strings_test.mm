@@ -65,7 +65,9 @@ const std::set<std::string> &textsOfTheCode() {
       "Text Align",
       "Text Animation",
       "Start Direction",
-      "ID"};
+      "ID",
+      "No slide selected",
+      "Type a caption"};
   return texts;
 }
 

@@ -74,6 +74,11 @@ TEST(GnustepAdaption, GivesFontsTheirSize) {
   EXPECT_TRUE(contains(adapted("<font metaFont=\"system\" size=\"20\"/>"), "size=\"20\""));
 }
 
+TEST(GnustepAdaption, NamesTheFlagsOfABoldFontInsteadOfItsPurpose) {
+  EXPECT_TRUE(
+      contains(adapted("<font metaFont=\"systemBold\"/>"), "<font size=\"13\" fFlags=\"22\"/>"));
+}
+
 TEST(GnustepAdaption, SaysOfEveryCellWhetherItIsEditable) {
   EXPECT_TRUE(contains(adapted("<buttonCell title=\"B\"/>"), "editable=\"NO\""));
   EXPECT_FALSE(contains(adapted("<textFieldCell editable=\"YES\"/>"), "editable=\"NO\""));

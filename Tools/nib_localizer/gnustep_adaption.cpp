@@ -24,6 +24,17 @@ constexpr std::array<std::pair<std::string_view, const char*>, 9> kFontSizes = {
 }};
 constexpr const char* kUsualFontSize = "13";
 
+// The loader makes a regular font of every font that is named by a purpose. One with neither name
+// nor purpose and with these flags becomes the window titles' font, which is bold.
+constexpr const char* kTitleFontFlags = "22";
+
+void keepFontBold(xmlNode* font) {
+  if (attribute(font, "metaFont") != "systemBold")
+    return;
+  removeAttribute(font, "metaFont");
+  setAttribute(font, "fFlags", kTitleFontFlags);
+}
+
 // Without a size the loader reads a float from nil.
 void giveFontItsSize(xmlNode* font) {
   if (attribute(font, "size"))
@@ -94,8 +105,10 @@ void keepTextInOnePiece(xmlNode* string) {
 
 void adapt(xmlNode* element) {
   const std::string_view name = nameOf(element);
-  if (name == "font")
+  if (name == "font") {
     giveFontItsSize(element);
+    keepFontBold(element);
+  }
   if (name.ends_with("Cell"))
     sayWhetherEditable(element);
   if (name == "sliderCell")

@@ -29,6 +29,10 @@ void setAttribute(xmlNode* element, const char* name, const std::string& value) 
   xmlSetProp(element, xmlText(name), xmlText(value.c_str()));
 }
 
+void removeAttribute(xmlNode* element, const char* name) {
+  xmlUnsetProp(element, xmlText(name));
+}
+
 std::string textOf(const xmlNode* element) {
   return takeText(xmlNodeGetContent(element));
 }

@@ -15,6 +15,7 @@ std::string_view nameOf(const xmlNode* element);
 /// The attribute's value, or nothing when the element has no such attribute.
 std::optional<std::string> attribute(const xmlNode* element, const char* name);
 void setAttribute(xmlNode* element, const char* name, const std::string& value);
+void removeAttribute(xmlNode* element, const char* name);
 
 std::string textOf(const xmlNode* element);
 void setText(xmlNode* element, const std::string& text);

@@ -210,14 +210,25 @@ void drawPicture(id receiver, SEL, NSImage *image, NSRect frame, NSView *view) {
     drawMark(cell, picture, frame, view);
 }
 
-// A cell that draws itself knows nothing of the ring. The line inside it sets it off from whatever
-// colour the cell has.
+// A cell that draws itself leaves its ground as it is: here it is that of the theme's own buttons.
+void drawGroundOf(NSButton *button) {
+  [NSGraphicsContext saveGraphicsState];
+  fillRounded([button bounds], kControlRadius - 1,
+              colour([button isEnabled] ? Ink::button : Ink::disabledButton));
+  [NSGraphicsContext restoreGraphicsState];
+}
+
+// Nor does such a cell know of the ring. The line inside it sets it off from whatever colour the
+// cell has.
 Replacement<void, NSRect> drawButton;
-void drawButtonWithRing(id receiver, SEL, NSRect dirty) {
+void drawButtonOnGroundWithRing(id receiver, SEL, NSRect dirty) {
   NSButton *button = receiver;
-  drawButton(button, dirty);
   NSButtonCell *cell = [button cell];
-  if (!drawsItself(cell) || !hasKeyboardFocus(cell, button))
+  const bool isBare = drawsItself(cell) && ![cell isTransparent];
+  if (isBare)
+    drawGroundOf(button);
+  drawButton(button, dirty);
+  if (!isBare || !hasKeyboardFocus(cell, button))
     return;
   drawFocusRing([button bounds], kControlRadius);
   strokeRounded(NSInsetRect([button bounds], 2, 2), kControlRadius - 2, colour(Ink::window));
@@ -226,7 +237,7 @@ void drawButtonWithRing(id receiver, SEL, NSRect dirty) {
 } // namespace
 
 void vireonix::host::replaceButtonMethods() {
-  drawButton.install([NSButton class], @selector(drawRect:), &drawButtonWithRing);
+  drawButton.install([NSButton class], @selector(drawRect:), &drawButtonOnGroundWithRing);
   drawImage.install([NSButtonCell class], @selector(drawImage:withFrame:inView:), &drawPicture);
   textColour.install([NSButtonCell class], @selector(textColor), &titleColour);
   setImage.install([NSButtonCell class], @selector(setImage:), &setImageButReturnKey);

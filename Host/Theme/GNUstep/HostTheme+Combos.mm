@@ -53,6 +53,18 @@ void openListOnMouseDown(id receiver, SEL, NSEvent *event) {
   openList(box);
 }
 
+// The box's own ground shows behind the editor that holds its text.
+Replacement<void, NSRect, NSView *, NSText *, id, NSInteger, NSInteger> showEditor;
+void showEditorWithoutGround(id receiver, SEL, NSRect frame, NSView *view, NSText *editor,
+                             id delegate, NSInteger start, NSInteger length) {
+  showEditor(receiver, frame, view, editor, delegate, start, length);
+  if ([static_cast<NSComboBoxCell *>(receiver) isEditable])
+    return;
+  [editor setDrawsBackground:NO];
+  if ([[editor superview] isKindOfClass:[NSClipView class]])
+    [static_cast<NSClipView *>([editor superview]) setDrawsBackground:NO];
+}
+
 bool opensList(unichar key) {
   return key == NSDownArrowFunctionKey || key == NSUpArrowFunctionKey || key == NSF4FunctionKey ||
          key == ' ';
@@ -72,15 +84,29 @@ bool handleKey(NSComboBox *box, unichar key) {
   return true;
 }
 
+// The box whose text an editor holds, where nothing can be typed; nil for another editor.
+NSComboBox *choiceBehind(NSTextView *editor) {
+  id owner = [editor isFieldEditor] ? [editor delegate] : nil;
+  return [owner isKindOfClass:[NSComboBox class]] && offersAChoiceOnly(owner) ? owner : nil;
+}
+
 Replacement<void, NSEvent *> keyDown;
 void handleKeyDown(id receiver, SEL, NSEvent *event) {
-  NSTextView *editor = receiver;
-  id owner = [editor isFieldEditor] ? [editor delegate] : nil;
+  NSComboBox *box = choiceBehind(receiver);
   NSString *characters = [event characters];
-  if ([owner isKindOfClass:[NSComboBox class]] && offersAChoiceOnly(owner) &&
-      [characters length] > 0 && handleKey(owner, [characters characterAtIndex:0]))
+  if (box != nil && [characters length] > 0 && handleKey(box, [characters characterAtIndex:0]))
     return;
   keyDown(receiver, event);
+}
+
+// The editor covers the text of the box that has the keyboard.
+Replacement<void, NSEvent *> mouseDownInEditor;
+void openListOnMouseDownInEditor(id receiver, SEL, NSEvent *event) {
+  NSComboBox *box = choiceBehind(receiver);
+  if (box != nil)
+    openList(box);
+  else
+    mouseDownInEditor(receiver, event);
 }
 
 // The toolkit's list has cells that do not know the colour of selected text.
@@ -154,6 +180,11 @@ void vireonix::host::replaceComboMethods() {
   Class list = NSClassFromString(@"GSComboWindow");
   mouseDown.install([NSComboBox class], @selector(mouseDown:), &openListOnMouseDown);
   keyDown.install([NSTextView class], @selector(keyDown:), &handleKeyDown);
+  mouseDownInEditor.install([NSTextView class], @selector(mouseDown:),
+                            &openListOnMouseDownInEditor);
+  showEditor.install([NSComboBoxCell class],
+                     @selector(selectWithFrame:inView:editor:delegate:start:length:),
+                     &showEditorWithoutGround);
   initList.install(list, @selector(initWithContentRect:styleMask:backing:defer:),
                    &initReadableList);
   layOut.install(list, @selector(layoutWithComboBoxCell:), &layOutWithScrollerForLongLists);

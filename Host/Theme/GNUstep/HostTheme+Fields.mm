@@ -19,9 +19,20 @@ bool isField(NSTextFieldCell *cell) {
   return [cell isBezeled] || ([cell isBordered] && [cell isEditable]);
 }
 
+// A combo box in which nothing can be typed is a button that opens a list.
+Ink fieldFill(NSTextFieldCell *cell, NSView *view) {
+  if (![cell isEnabled])
+    return Ink::disabledField;
+  if (![view isKindOfClass:[NSComboBox class]] || [cell isEditable])
+    return Ink::field;
+  return isHeld(view)            ? Ink::pressedButton
+         : isHovered(cell, view) ? Ink::hoveredButton
+                                 : Ink::button;
+}
+
 void drawField(NSTextFieldCell *cell, NSRect frame, NSView *view) {
   const bool enabled = [cell isEnabled];
-  drawBox(frame, kControlRadius, colour(enabled ? Ink::field : Ink::disabledField),
+  drawBox(frame, kControlRadius, colour(fieldFill(cell, view)),
           colour(!enabled                ? Ink::subtleBorder
                  : isHovered(cell, view) ? Ink::strongBorder
                                          : Ink::border));
@@ -53,9 +64,9 @@ NSRect paddedTitleRect(id receiver, SEL, NSRect bounds) {
   NSTextFieldCell *cell = receiver;
   const NSRect rect = titleRect(cell, bounds);
   const bool isInTable = [[cell controlView] isKindOfClass:[NSTableView class]];
-  if (!isInTable && !isField(cell))
-    return rect;
-  return centredLine(NSInsetRect(rect, kTextMargin, 0), [cell font]);
+  // The same rule for a label and the field beside it: their lines stand on one height.
+  const CGFloat margin = isInTable || isField(cell) ? kTextMargin : 0;
+  return centredLine(NSInsetRect(rect, margin, 0), [cell font]);
 }
 
 // What lies behind a field shows at its corners.

@@ -1,4 +1,4 @@
-// The control under the mouse shows it.
+// The control under the mouse shows it, and the one on which the mouse is held down.
 #import "Theme/GNUstep/Replacement.h"
 #import "Theme/GNUstep/ThemeClass.h"
 
@@ -7,6 +7,8 @@
 using namespace vireonix::host;
 
 namespace {
+
+Replacement<void, NSEvent *> sendEvent;
 
 // What is under the mouse. The objects may be gone: they are only compared.
 struct Hovered {
@@ -17,6 +19,7 @@ struct Hovered {
 };
 
 Hovered hovered;
+Hovered held;
 
 NSCell *cellOfMatrix(NSView *view, NSPoint place) {
   if (![view isKindOfClass:[NSMatrix class]])
@@ -42,10 +45,13 @@ Hovered under(NSWindow *window, NSPoint place) {
           .place = [view convertRect:[view bounds] toView:nil]};
 }
 
+// By identity: a window that is gone cannot answer whether it is equal.
+bool isOpen(NSWindow *window) {
+  return [[NSApp windows] indexOfObjectIdenticalTo:window] != NSNotFound;
+}
+
 void redraw(const Hovered &changed) {
-  // By identity: a window that is gone cannot answer whether it is equal.
-  if (changed.view == nil ||
-      [[NSApp windows] indexOfObjectIdenticalTo:changed.window] == NSNotFound)
+  if (changed.view == nil || !isOpen(changed.window))
     return;
   NSView *content = [changed.window contentView];
   [content setNeedsDisplayInRect:[content convertRect:changed.place fromView:nil]];
@@ -60,24 +66,45 @@ void setHovered(const Hovered &now) {
   redraw(now);
 }
 
+// The toolkit follows the mouse within the call and hands out no event before it is released.
+void sendMouseDown(NSWindow *window, NSEvent *event) {
+  const Hovered outer = held;
+  const Hovered pressed = under(window, [event locationInWindow]);
+  held = pressed;
+  redraw(pressed);
+  [window displayIfNeeded];
+  sendEvent(window, event);
+  held = outer;
+  redraw(pressed);
+  // The mouse may have been released somewhere else.
+  if (isOpen(window))
+    setHovered(under(window, [window mouseLocationOutsideOfEventStream]));
+}
+
 bool isLeaving(NSEvent *event) {
   return [event type] == NSAppKitDefined && [event subtype] == GSAppKitWindowLeave;
 }
 
-Replacement<void, NSEvent *> sendEvent;
 void sendEventAndFollowMouse(id receiver, SEL, NSEvent *event) {
   NSWindow *window = receiver;
   if ([event type] == NSMouseMoved)
     setHovered(under(window, [event locationInWindow]));
   else if (isLeaving(event))
     setHovered({});
-  sendEvent(window, event);
+  if ([event type] == NSLeftMouseDown)
+    sendMouseDown(window, event);
+  else
+    sendEvent(window, event);
 }
 
 } // namespace
 
 bool vireonix::host::isHovered(NSCell *cell, NSView *view) {
   return view != nil && view == hovered.view && (hovered.cell == nil || hovered.cell == cell);
+}
+
+bool vireonix::host::isHeld(NSView *view) {
+  return view != nil && view == held.view;
 }
 
 void vireonix::host::replaceWindowMethods() {

@@ -78,9 +78,10 @@ void drawSlot(id receiver, SEL) {
 void drawKnob(id receiver, SEL) {
   NSScroller *scroller = receiver;
   const NSRect knob = NSInsetRect([scroller rectForPart:NSScrollerKnob], kMargin, kMargin);
-  const bool isHeld = [scroller hitPart] == NSScrollerKnob;
-  const bool isStrong = isHeld || isHovered(nil, scroller);
-  fillRounded(knob, kControlRadius, colour(isStrong ? Ink::pressedKnob : Ink::knob));
+  fillRounded(knob, kControlRadius,
+              colour(isHeld(scroller)           ? Ink::pressedKnob
+                     : isHovered(nil, scroller) ? Ink::hoveredKnob
+                                                : Ink::knob));
 }
 
 void drawNoArrow(id, SEL, NSScrollerArrow, BOOL) {}

@@ -58,7 +58,10 @@ NSRect passedPart(NSRect track, NSRect knob, bool vertical, BOOL flipped) {
   const NSRect knob =
       centred(NSMakeSize(kKnobSize, kKnobSize), [slider knobRectFlipped:[view isFlipped]]);
   const bool enabled = [cell isEnabled];
-  drawBox(knob, kKnobSize / 2, colour(enabled ? Ink::sliderKnob : Ink::disabledButton),
+  drawBox(knob, kKnobSize / 2,
+          colour(!enabled       ? Ink::disabledButton
+                 : isHeld(view) ? Ink::pressedSliderKnob
+                                : Ink::sliderKnob),
           colour(!enabled                ? Ink::border
                  : isHovered(cell, view) ? Ink::accent
                                          : Ink::strongBorder));

@@ -10,7 +10,9 @@ using namespace vireonix::host;
 
 namespace {
 
-constexpr CGFloat kHeaderMargin = 2;
+// Brings a title above the texts of its column.
+constexpr CGFloat kHeaderMargin = 1;
+constexpr CGFloat kHeaderFontSize = 12;
 
 // The header's ground with the line below it.
 void drawHeaderGround(NSRect frame, BOOL flipped) {
@@ -21,12 +23,22 @@ void drawHeaderGround(NSRect frame, BOOL flipped) {
   NSRectFill(NSMakeRect(NSMinX(frame), bottom, NSWidth(frame), 1));
 }
 
-// A header is above the left edge of what it names.
+// A header is above the left edge of what it names, and no louder than a group's title.
 Replacement<id, NSString *> initHeader;
-id initLeftAlignedHeader(id receiver, SEL, NSString *title) {
-  id header = initHeader(receiver, title);
-  [static_cast<NSTableHeaderCell *>(header) setAlignment:NSLeftTextAlignment];
+id initQuietHeader(id receiver, SEL, NSString *title) {
+  NSTableHeaderCell *header = initHeader(receiver, title);
+  [header setAlignment:NSLeftTextAlignment];
+  [header setFont:[NSFont systemFontOfSize:kHeaderFontSize]];
   return header;
+}
+
+// The last column ends where the table does, or where nothing follows.
+bool isLastHeader(NSRect frame, NSView *view) {
+  if (![view isKindOfClass:[NSTableHeaderView class]])
+    return false;
+  NSTableHeaderView *headers = static_cast<NSTableHeaderView *>(view);
+  const NSInteger last = [[headers tableView] numberOfColumns] - 1;
+  return last >= 0 && NSMaxX(frame) >= NSMaxX([headers headerRectOfColumn:last]);
 }
 
 // The toolkit keeps the tool tips of the columns to itself.
@@ -53,7 +65,7 @@ void vireonix::host::replaceTableMethods() {
                   reinterpret_cast<IMP>(&toolTipOfColumn), "@@:@q{_NSPoint=dd}^v");
   resetCursorRects.install([NSTableHeaderView class], @selector(resetCursorRects),
                            &resetToolTipsToo);
-  initHeader.install([NSTableHeaderCell class], @selector(initTextCell:), &initLeftAlignedHeader);
+  initHeader.install([NSTableHeaderCell class], @selector(initTextCell:), &initQuietHeader);
 }
 
 @interface HostTheme (Tables)
@@ -74,7 +86,8 @@ void vireonix::host::replaceTableMethods() {
                      inView:(NSView *)view
                       state:(GSThemeControlState)state {
   drawHeaderGround(frame, [view isFlipped]);
-  NSRectFill(NSMakeRect(NSMaxX(frame) - 1, NSMinY(frame) + 4, 1, NSHeight(frame) - 8));
+  if (!isLastHeader(frame, view))
+    NSRectFill(NSMakeRect(NSMaxX(frame) - 1, NSMinY(frame) + 4, 1, NSHeight(frame) - 8));
 }
 
 - (void)drawTableCornerView:(NSView *)corner withClip:(NSRect)clip {

@@ -1,4 +1,6 @@
-// Texts too long for their cells end in an ellipsis, where the cell asks for one.
+// Texts too long for their cells end in an ellipsis, where the cell asks for one; empty fields show
+// what they are for.
+#import "Theme/GNUstep/Palette.h"
 #import "Theme/GNUstep/Replacement.h"
 
 #import <AppKit/AppKit.h>
@@ -48,9 +50,20 @@ void drawInteriorInItsRoom(id receiver, SEL, NSRect frame, NSView *view) {
   room = 0;
 }
 
+NSAttributedString *hintOf(NSTextFieldCell *cell) {
+  NSString *hint = [cell placeholderString] != nil ? [cell placeholderString] : @"";
+  NSDictionary *look = @{
+    NSFontAttributeName : [cell font],
+    NSForegroundColorAttributeName : colour(Ink::secondaryText)
+  };
+  return [[[NSAttributedString alloc] initWithString:hint attributes:look] autorelease];
+}
+
 Replacement<NSAttributedString *> drawnText;
 NSAttributedString *drawnTextOrItsStart(id receiver, SEL) {
   NSAttributedString *text = drawnText(receiver);
+  if ([text length] == 0)
+    text = hintOf(receiver);
   return room <= 0 || [text length] == 0 || fits(text, room) ? text : fitted(text, room);
 }
 

@@ -15,6 +15,9 @@ bool hasKeyboardFocus(NSCell *cell, NSView *view);
 /// Whether the mouse is over the control that shows this cell in this view.
 bool isHovered(NSCell *cell, NSView *view);
 
+/// Whether the mouse is held down on this view, or a list that it opened is open.
+bool isHeld(NSView *view);
+
 /// Gives a window that is on the display the application's icon.
 void showApplicationIcon(NSWindow *window);
 

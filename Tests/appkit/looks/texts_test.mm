@@ -67,3 +67,41 @@ TEST(Texts, EachColumnsTitleIsInItsToolTipAsAWhole) {
     }
   }
 }
+
+TEST(Texts, EmptyFieldsSayWhatTheyAreFor) {
+  const ShownWindow window;
+  moveOntoGround(window.window());
+  for (NSString *name in @[ @"txtFileName", @"txtCaption" ]) {
+    NSTextField *field = window.control(name);
+    [field setStringValue:@""];
+    const Picture hinted = shownBy(field);
+    EXPECT_GT([[[field cell] placeholderString] length], 0U) << [name UTF8String];
+    [[field cell] setPlaceholderString:@""];
+    [field setNeedsDisplay:YES];
+    EXPECT_GT(changedPixels(hinted, shownBy(field)), 80) << [name UTF8String];
+  }
+}
+
+TEST(Texts, OfColumnsTitlesFitTheirColumnsInEveryOtherLanguage) {
+  constexpr CGFloat kNarrowestColumn = 100;
+  NSString *resources = @VIREONIX_BUNDLE "/Contents/Resources";
+  int languages = 0;
+  for (NSString *name in [[NSFileManager defaultManager] contentsOfDirectoryAtPath:resources
+                                                                             error:nullptr]) {
+    if (![[name pathExtension] isEqualToString:@"lproj"] || [name hasPrefix:@"en"])
+      continue;
+    ++languages;
+    NSDictionary *table = [NSDictionary
+        dictionaryWithContentsOfFile:[[resources stringByAppendingPathComponent:name]
+                                         stringByAppendingPathComponent:@"PluginLocale.strings"]];
+    for (NSString *key in @[
+           @"Text objects in slider", @"Size", @"Color", @"Style", @"Align", @"In Time",
+           @"Stay Time", @"Text Align", @"Text Animation", @"Start Direction", @"ID"
+         ]) {
+      NSString *title = [table objectForKey:key];
+      NSCell *header = [[[NSTableHeaderCell alloc] initTextCell:title] autorelease];
+      EXPECT_LE([header cellSize].width, kNarrowestColumn) << [title UTF8String];
+    }
+  }
+  EXPECT_EQ(languages, 9);
+}
