@@ -10,6 +10,8 @@ int main(int argc, char **argv) {
   // GoogleTest takes its options first; AppKit would open bare words as documents.
   testing::InitGoogleTest(&argc, argv);
   @autoreleasepool {
+    if (vireonix::test::beforeLeakCheck != nullptr)
+      vireonix::test::beforeLeakCheck();
     if (vireonix::test::beforeApplication != nullptr)
       vireonix::test::beforeApplication();
     [NSApplication sharedApplication];
