@@ -72,6 +72,9 @@ void runUntilClosed(NSColorPanel *panel, ColorPanelDelegate *delegate) {
 }
 
 - (void)beginColorChoiceOfButton:(NSButton *)button {
+  // The colour panel tells each colour to the view that has the keyboard. A field that is being
+  // edited would take that for typing, and ask about a number out of range.
+  [[self window] makeFirstResponder:button];
   NSColorPanel *panel = [NSColorPanel sharedColorPanel];
   NSColor *color = [[button cell] backgroundColor];
   [panel setColor:color != nil ? color : [NSColor blackColor]];

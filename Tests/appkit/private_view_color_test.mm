@@ -1,8 +1,10 @@
 // Choosing a caption's colour in the shared colour panel.
 #import "panel_fixture.h"
 
+#import "support/alerts.h"
 #import "support/run_loop.h"
 
+using vireonix::test::AlertAnswers;
 using vireonix::test::captionMarkup;
 using vireonix::test::documentMarkup;
 using vireonix::test::PanelTest;
@@ -164,4 +166,16 @@ TEST_F(PanelColor, ThePanelMayGoDuringTheChoice) {
   [panel onColorSelect:[panel btnTextColor]];
   EXPECT_FALSE([colors_ isVisible]);
   EXPECT_EQ([colors_ delegate], nil);
+}
+
+TEST_F(PanelColor, AFieldThatHasTheKeyboardDoesNotTakeItForTyping) {
+  [[[captions() list] objectAtIndex:0] setObject:@"0" forKey:@"In_Time"];
+  selectCaption(0);
+  [window_ makeFirstResponder:[panel_ txtInTime]];
+  const AlertAnswers answers;
+  afterChoosingBlue(colors_, @selector(close), nil);
+  choose();
+  EXPECT_TRUE(answers.shown().empty()) << "asked about a number that nobody typed";
+  EXPECT_EQ(textOf([panel_ txtInTime]), "0");
+  EXPECT_EQ(savedValue(0, 0, "color"), "#0000FF");
 }
