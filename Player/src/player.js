@@ -31,6 +31,8 @@ export class Player {
     this.paused = start.paused;
     this.stopAt = start.stopAt;
     this.visit = 0;
+    /** Whether the slide on show has yet to be seen. */
+    this.loading = false;
     this.savedAt = 0;
     this.clock = new Clock((time) => this.onTime(time));
     this.stage = new Stage(
@@ -99,8 +101,10 @@ export class Player {
     this.stage.notice.clear();
     this.current.enter();
     this.clock.seek(time);
+    this.loading = true;
     const loaded = await this.current.load();
     if (visit !== this.visit) return;
+    this.loading = false;
     if (!loaded) this.sayMissing();
     document.documentElement.dataset.ready = "";
     this.views[(index + 1) % this.views.length].load();
@@ -143,7 +147,7 @@ export class Player {
     this.stage.setPaused(this.paused);
     const resting = this.paused || document.hidden;
     this.current.setPaused(resting);
-    if (resting) this.clock.stop();
+    if (resting || this.loading) this.clock.stop();
     else this.clock.start();
   }
 

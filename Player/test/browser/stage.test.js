@@ -44,6 +44,27 @@ test("the arrow keys move between slides, and Space stops and goes on", async (c
   assert.equal((await session.state()).paused, false);
 });
 
+test("time waits for a slow picture, also when it is stopped and goes on meanwhile", async (context) => {
+  const session = await Session.start(context);
+  /** @type {(value?: unknown) => void} */
+  let deliver = () => {};
+  const delivered = new Promise((resolve) => (deliver = resolve));
+  await session.page.route("**/b.png", async (route) => {
+    await delivered;
+    await route.continue();
+  });
+  await session.show(kThree);
+  await session.page.evaluate(() => /** @type {any} */ (window).vireonixPlayer.release());
+  await session.page.keyboard.press("ArrowRight");
+  await session.waitForSlide(1);
+  await session.page.keyboard.press("Space");
+  await session.page.keyboard.press("Space");
+  await session.page.waitForTimeout(200);
+  assert.equal((await session.state()).time, 0);
+  deliver();
+  await session.page.waitForFunction(() => /** @type {any} */ (window).vireonixPlayer.time > 0);
+});
+
 test("a paused slide stands still", async (context) => {
   const session = await Session.start(context);
   await session.show(kThree);
