@@ -26,7 +26,8 @@ namespace fs = std::filesystem;
 
 constexpr int kKills = 25;
 constexpr int kManyKills = 1000;
-constexpr int kEdits = 12;
+constexpr int kEdits = 8;
+constexpr int kEditsOfLongRun = 12;
 // A workspace that has grown large is begun anew.
 constexpr int kSessionsOnAWorkspace = 40;
 
@@ -62,7 +63,7 @@ protected:
     installed_.clear();
     ASSERT_EQ(runSession(plan_).failure, "");
     installed_ = contentsOf(plan_.workspace);
-    plan_.edits = kEdits;
+    plan_.edits = isLongRun() ? kEditsOfLongRun : kEdits;
     const SessionEnd whole = next();
     ASSERT_EQ(whole.phases.size(), 3U);
     phases_ = whole.phases;
