@@ -254,12 +254,12 @@ TEST(LongUse, SessionsKeepNoMoreThanTheEngineKeepsForAView) {
     withPage.releaseController();
   }
   NSURL *page = pageOf(withPage);
+  const HeapGrowth ours = growth(count, openAndCancel);
+  tell("a session opened and cancelled", ours.count, ours.kib);
   const HeapGrowth reference =
       growth(std::max(std::min(count, kSessions), count / kSessionsOfBareWindow),
              [page](int) { openAndCloseBareWindow(page); });
   tell("a bare window with the same view", reference.count, reference.kib);
-  const HeapGrowth ours = growth(count, openAndCancel);
-  tell("a session opened and cancelled", ours.count, ours.kib);
   EXPECT_LE(ours.kib, kRatio * std::max(reference.each(), 0.0) * ours.count + kBreath);
   reportFigure("use.sessions", eachTime(ours.count, ours.kib) + " a session, " +
                                    eachTime(reference.count, reference.kib) + " a bare window, " +
