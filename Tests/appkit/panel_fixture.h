@@ -53,6 +53,8 @@ protected:
   /// The values of one key in the lists.
   std::vector<std::string> slideFiles();
   std::vector<std::string> captionTexts();
+  /// A value of a caption in the list.
+  std::string valueOf(NSUInteger caption, const char *key);
   /// A value of a caption in the document on disk.
   std::string savedValue(std::size_t slide, std::size_t caption, const char *key);
 

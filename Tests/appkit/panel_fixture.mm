@@ -128,6 +128,10 @@ std::vector<std::string> PanelTest::captionTexts() {
   return valuesOf(captions(), @"text");
 }
 
+std::string PanelTest::valueOf(NSUInteger caption, const char *key) {
+  return bridge::utf8([[[captions() list] objectAtIndex:caption] objectForKey:bridge::string(key)]);
+}
+
 std::string PanelTest::savedValue(std::size_t slide, std::size_t caption, const char *key) {
   const auto root = core::xml::parse(document(), core::xml::Mode::Strict);
   if (!root)

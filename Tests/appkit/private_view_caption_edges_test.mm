@@ -7,7 +7,6 @@
 #import "support/run_loop.h"
 
 using vireonix::bridge::string;
-using vireonix::bridge::utf8;
 using vireonix::test::AlertAnswers;
 using vireonix::test::captionMarkup;
 using vireonix::test::documentMarkup;
@@ -35,10 +34,6 @@ protected:
     open(documentMarkup(
         slideMarkup("1.jpg", captionMarkup("one", "Stay_Time='4'") + captionMarkup("two"))));
     selectSlide(0);
-  }
-
-  std::string valueOf(NSUInteger row, const char *key) {
-    return utf8([[[captions() list] objectAtIndex:row] objectForKey:string(key)]);
   }
 
   NSMutableArray *ownCaptions() { return [[[slides() list] objectAtIndex:0] objectForKey:@"data"]; }

@@ -34,11 +34,6 @@ protected:
     selectSlide(0);
   }
 
-  std::string valueOf(NSUInteger row, const char *key) {
-    NSDictionary *record = [[captions() list] objectAtIndex:row];
-    return utf8([record objectForKey:[NSString stringWithUTF8String:key]]);
-  }
-
   std::string buttonColor() {
     NSColor *color = [[[panel_ btnTextColor] cell] backgroundColor];
     NSColor *rgb = [color colorUsingColorSpaceName:NSCalibratedRGBColorSpace];
