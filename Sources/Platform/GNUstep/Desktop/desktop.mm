@@ -77,7 +77,7 @@ void prepareForModalSession(NSWindow *panel) {
 // click overtakes its press then, and the control under it stays pressed. Once the settings are
 // read, the service is not asked for.
 void prepareForFirstClick() {
-  const SEL readSettings = NSSelectorFromString(@"mouseOptionsChanged:");
+  SEL readSettings = NSSelectorFromString(@"mouseOptionsChanged:");
   id server = GSCurrentServer();
   if ([server respondsToSelector:readSettings])
     [server performSelector:readSettings withObject:nil];
