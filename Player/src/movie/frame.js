@@ -54,6 +54,9 @@ async function play({ scripts, wasm, movie }) {
   frame.RufflePlayer = { config: kSettings };
   // What starts by itself plays without sound.
   frame.AudioContext = frame.webkitAudioContext = undefined;
+  // A movie that is not to be seen rests: the emulator would go on in a worker, which this frame's
+  // policy refuses with a complaint.
+  frame.Worker = undefined;
   // The only thing that the emulator fetches is its own program.
   frame.fetch = async () => new Response(wasm, { headers: { "Content-Type": "application/wasm" } });
   for (const source of scripts) {

@@ -49,6 +49,18 @@ test("a movie that is paused before it starts shows its first frame", async (con
   assert.equal((await session.state()).paused, true);
 });
 
+test("a movie whose page is hidden rests without a complaint", async (context) => {
+  const session = await Session.start(context);
+  await showMovie(session, solidMovie([10, 200, 40]));
+  await waitUntilPlaying(session);
+  await session.page.frames()[1].evaluate(() => {
+    Object.defineProperty(document, "hidden", { value: true });
+    Object.defineProperty(document, "visibilityState", { value: "hidden" });
+    document.dispatchEvent(new Event("visibilitychange"));
+  });
+  await session.page.waitForTimeout(300);
+});
+
 test("the emulator is read only for a movie", async (context) => {
   const session = await Session.start(context);
   /** @type {string[]} */
