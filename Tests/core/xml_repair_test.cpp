@@ -45,6 +45,8 @@ TEST(XmlRepair, LeavesOutCharactersThatCannotBeWritten) {
   const std::string bad = "\xEF\xBF\xBF";
   EXPECT_EQ(repaired("<a b='" + bad + "'>" + bad), "<a b=\"\"/>");
   EXPECT_EQ(repaired("<a>x" + bad + "y"), "<a>xy</a>");
+  // Beside a name that cannot be written the reader hands it out.
+  EXPECT_EQ(repaired("<\xFF>" + bad), "<_/>");
 }
 
 TEST(XmlRepair, GivesUpADocumentWithTooManyDifferentNames) {
