@@ -5,6 +5,7 @@
 #import <WebKit/WebKit.h>
 
 #import "Class/PluginSettingsDelegate.h"
+#import "support/run_loop.h"
 
 #include <filesystem>
 #include <functional>
@@ -49,8 +50,7 @@ WebView* openBareWindow(const std::filesystem::path& workspace);
 /// The pixel in the middle of the view as the window shows it; white before there is a page.
 Colour middleOf(WebView* view);
 
-/// Waits for one event, `seconds` at the most, and handles it.
-void takeEvent(double seconds);
+using test::takeEvent;
 
 /// Handles events until `done`, `seconds` at the most; answers whether it was done.
 bool runUntil(const std::function<bool()>& done, double seconds);

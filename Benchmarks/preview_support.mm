@@ -124,17 +124,6 @@ Colour middleOf(WebView *view) {
           byteOf([pixel blueComponent])};
 }
 
-void takeEvent(double seconds) {
-  @autoreleasepool {
-    NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
-                                        untilDate:[NSDate dateWithTimeIntervalSinceNow:seconds]
-                                           inMode:NSDefaultRunLoopMode
-                                          dequeue:YES];
-    if (event != nil)
-      [NSApp sendEvent:event];
-  }
-}
-
 bool runUntil(const std::function<bool()> &done, double seconds) {
   const double end = now() + seconds;
   while (now() < end) {

@@ -16,6 +16,9 @@ bool pumpUntil(const std::function<bool()> &condition, double seconds = 10,
 /// happen.
 void pumpFor(double seconds, NSString *mode = NSDefaultRunLoopMode);
 
+/// Waits for one event of the application, `seconds` at the most, and hands it to its window.
+void takeEvent(double seconds);
+
 /// As pumpUntil, and also hands the application's events to their windows.
 bool pumpEventsUntil(const std::function<bool()> &condition, double seconds = 10);
 

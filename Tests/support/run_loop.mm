@@ -17,17 +17,6 @@ void runTurn(NSString *mode) {
   }
 }
 
-void runEventTurn() {
-  @autoreleasepool {
-    NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
-                                        untilDate:[NSDate dateWithTimeIntervalSinceNow:kTurn]
-                                           inMode:NSDefaultRunLoopMode
-                                          dequeue:YES];
-    if (event != nil)
-      [NSApp sendEvent:event];
-  }
-}
-
 bool repeatUntil(const std::function<bool()> &condition, double seconds,
                  const std::function<void()> &turn) {
   const NSTimeInterval end = [NSDate timeIntervalSinceReferenceDate] + seconds;
@@ -49,8 +38,19 @@ void pumpFor(double seconds, NSString *mode) {
   pumpUntil([] { return false; }, seconds, mode);
 }
 
+void takeEvent(double seconds) {
+  @autoreleasepool {
+    NSEvent *event = [NSApp nextEventMatchingMask:NSAnyEventMask
+                                        untilDate:[NSDate dateWithTimeIntervalSinceNow:seconds]
+                                           inMode:NSDefaultRunLoopMode
+                                          dequeue:YES];
+    if (event != nil)
+      [NSApp sendEvent:event];
+  }
+}
+
 bool pumpEventsUntil(const std::function<bool()> &condition, double seconds) {
-  return repeatUntil(condition, seconds, runEventTurn);
+  return repeatUntil(condition, seconds, [] { takeEvent(kTurn); });
 }
 
 } // namespace vireonix::test
