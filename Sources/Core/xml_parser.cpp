@@ -8,6 +8,7 @@
 #include "xml_plain_parser.h"
 #include "xml_tree_builder.h"
 
+#include <algorithm>
 #include <climits>
 #include <exception>
 #include <memory>
@@ -147,6 +148,13 @@ void onComment(void* self, const xmlChar* characters) {
   });
 }
 
+// What a processing instruction says: a reader takes the white space after its target away, and a
+// repaired document may hold more of it behind a character that is dropped.
+std::string instructionData(const xmlChar* data) {
+  const std::string legal = legalCharacters(view(data));
+  return legal.substr(std::min(legal.find_first_not_of(" \t\r\n"), legal.size()));
+}
+
 // In a repaired document an XML declaration may stand anywhere, and a reserved target in any case
 // of its letters; written there, they would make the document unreadable.
 void onProcessingInstruction(void* self, const xmlChar* target, const xmlChar* data) {
@@ -154,8 +162,8 @@ void onProcessingInstruction(void* self, const xmlChar* target, const xmlChar* d
     return;
   Builder::run(self, [=](Builder& builder) {
     std::string content(view(target));
-    if (data != nullptr)
-      content += " " + legalCharacters(view(data));
+    if (const std::string said = instructionData(data); !said.empty())
+      content += " " + said;
     builder.add(NodeKind::ProcessingInstruction, content);
   });
 }

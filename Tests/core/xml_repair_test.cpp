@@ -49,6 +49,12 @@ TEST(XmlRepair, LeavesOutCharactersThatCannotBeWritten) {
   EXPECT_EQ(repaired("<\xFF>" + bad), "<_/>");
 }
 
+TEST(XmlRepair, LeavesOutWhiteSpaceBeforeWhatAnInstructionSays) {
+  const std::string bad = "\xEF\xBF\xBE";
+  EXPECT_EQ(repaired("<a>\xFF<?b " + bad + " c?></a>"), repaired("<a>\xFF<?b c?></a>"));
+  EXPECT_EQ(repaired("<a>\xFF<?b " + bad + "?></a>"), repaired("<a>\xFF<?b?></a>"));
+}
+
 TEST(XmlRepair, GivesUpADocumentWithTooManyDifferentNames) {
   const std::string many = elementWithAttributes(xml::kMaxNames - 100);
   const auto root = xml::parse(many, Mode::Strict);
