@@ -1,4 +1,6 @@
 // The backup and the restore of a workspace beside cp -a and rm -rf of the same tree.
+#include "command.h"
+#include "disk_image.h"
 #include "measure.h"
 
 #include "Core/file_system_calls.h"
@@ -6,7 +8,6 @@
 #include "support/temporary_folder.h"
 
 #include <fcntl.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -15,11 +16,13 @@
 #include <fstream>
 #include <random>
 #include <stdexcept>
+#include <utility>
 
 namespace {
 
 namespace fs = std::filesystem;
 using namespace vireonix;
+using bench::run;
 
 constexpr double kLimit = 1.1;
 constexpr double kLimitWithSharedBlocks = 1.0;
@@ -43,22 +46,6 @@ void makeTree(const fs::path& root, const Shape& shape) {
       byte = static_cast<char>(random());
     std::ofstream(folder / std::to_string(i), std::ios::binary) << bytes;
   }
-}
-
-void run(const std::vector<const char*>& words) {
-  const pid_t process = fork();
-  if (process == 0) {
-    std::vector<char*> arguments;
-    arguments.reserve(words.size() + 1);
-    for (const char* word : words)
-      arguments.push_back(const_cast<char*>(word));
-    arguments.push_back(nullptr);
-    execvp(arguments.front(), arguments.data());
-    _exit(127);
-  }
-  int status = 0;
-  if (waitpid(process, &status, 0) != process || status != 0)
-    throw std::runtime_error(std::string(words.front()) + " failed");
 }
 
 void require(const core::Status& status) {
@@ -154,19 +141,43 @@ void compareRestore(const fs::path& home, const Shape& shape, const std::string&
       });
 }
 
-void measureOnDisk(const Shape& shape) {
-  const test::TemporaryFolder home;
+// In a folder of the given file system, with nothing else in it.
+void measure(const fs::path& home, Shape shape, const std::string& fileSystem) {
+  shape.name += ", " + fileSystem;
+  makeTree(home / "workspace", shape);
+  sync(); // Files that are not written yet cannot share their blocks at once.
+  compareBackup(home, shape, "backup");
+  compareRestore(home, shape, home / "backup", "restore");
   const test::TemporaryFolder far(test::memoryFolder());
-  makeTree(home.path() / "workspace", shape);
-  compareBackup(home.path(), shape, "backup");
-  compareRestore(home.path(), shape, home.at("backup"), "restore");
-  compareRestore(home.path(), shape, far.at("backup"), "restore from another file system");
-  compareRestore(home.path(), shape, far.at("backup"),
-                 "restore from another file system, beside one as safe", kCopyAndExchange);
+  const std::string backup = far.at("backup");
+  compareRestore(home, shape, backup, "restore from another file system");
+  compareRestore(home, shape, backup, "restore from another file system, beside one as safe",
+                 kCopyAndExchange);
 }
 
-// Not on the disk: where many files are removed and made again within a minute, ext4 looks for
-// places for them in a time that grows with their square, and that hides everything else.
+void measureOnDisk(const std::string& kind, const Shape& shape) {
+  const bench::DiskImage disk(kind);
+  measure(disk.path(), shape, kind);
+}
+
+void measureOnDisks() {
+  const Shape large = {
+      .name = "43 MB in 250 files", .files = 250, .bytesEach = 172'000, .filesInFolder = 25};
+  const Shape small = {
+      .name = "1,000 small files", .files = 1'000, .bytesEach = 300, .filesInFolder = 100};
+  if (!bench::DiskImage::isPossible()) {
+    for (const Shape& shape : {large, small})
+      measure(test::TemporaryFolder().path(), shape, "this disk");
+    return;
+  }
+  measureOnDisk("ext4", large);
+  measureOnDisk("ext4", small);
+  // Where blocks can be shared.
+  measureOnDisk("xfs", large);
+  measureOnDisk("btrfs", large);
+}
+
+// Sizes are compared where making files does not depend on what was removed before.
 void measureInMemory(const Shape& shape) {
   const test::TemporaryFolder home(test::memoryFolder());
   makeTree(home.path() / "workspace", shape);
@@ -178,10 +189,7 @@ void measureInMemory(const Shape& shape) {
 
 int main() {
   try {
-    measureOnDisk(
-        {.name = "43 MB in 250 files", .files = 250, .bytesEach = 172'000, .filesInFolder = 25});
-    measureOnDisk(
-        {.name = "1,000 small files", .files = 1'000, .bytesEach = 300, .filesInFolder = 100});
+    measureOnDisks();
     for (const int files : bench::sizesTo(100'000))
       measureInMemory(
           {.of = "small files", .files = files, .bytesEach = 300, .filesInFolder = 100});
