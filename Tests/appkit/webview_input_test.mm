@@ -27,13 +27,13 @@ protected:
   /// Runs xdotool and hands its events to the window; true when it could be run.
   static bool xdotool(const std::string &arguments) {
     const bool ran = std::system(("xdotool " + arguments).c_str()) == 0;
-    pumpEventsUntil([] { return false; }, 0.15);
+    pumpEventsFor(0.15);
     return ran;
   }
 
   void pointAt(double x, double y) {
     moveMouse(view, NSMakePoint(x, NSMaxY([view bounds]) - y));
-    pumpEventsUntil([] { return false; }, 0.15);
+    pumpEventsFor(0.15);
   }
 
   NSEvent *wheel(double deltaX, double deltaY) {
@@ -262,6 +262,6 @@ TEST_F(WebViewInput, ADragInThePageSelectsTextAndDragsNothingOut) {
   [window sendEvent:mouse(NSLeftMouseDragged, 60, 130)];
   [window sendEvent:mouse(NSLeftMouseDragged, 150, 160)];
   [window sendEvent:mouse(NSLeftMouseUp, 150, 160)];
-  pumpEventsUntil([] { return false; }, 0.2);
+  pumpEventsFor(0.2);
   EXPECT_EQ(run("drags + ''"), "0");
 }

@@ -47,7 +47,7 @@ protected:
 
   bool animates() {
     const int before = frames();
-    pumpEventsUntil([] { return false; }, 0.5);
+    pumpEventsFor(0.5);
     return frames() > before + 5;
   }
 
@@ -236,7 +236,7 @@ TEST_F(WebViewLifecycle, TheHostsLocaleAndSignalsStayAsTheyWere) {
 
 TEST_F(WebViewLifecycle, AStillPageCostsNothing) {
   show("still");
-  pumpEventsUntil([] { return false; }, 1);
+  pumpEventsFor(1);
   const std::clock_t before = std::clock();
   [[NSRunLoop currentRunLoop] runUntilDate:[NSDate dateWithTimeIntervalSinceNow:4]];
   const double share = static_cast<double>(std::clock() - before) / CLOCKS_PER_SEC / 4;

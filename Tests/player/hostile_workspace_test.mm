@@ -62,7 +62,7 @@ protected:
 
   /// Time for whatever was started to arrive somewhere, and that nothing did.
   void expectNoHarm() {
-    pumpEventsUntil([] { return false; }, 1);
+    pumpEventsFor(1);
     EXPECT_EQ(run("String(window.harm)"), "undefined");
     EXPECT_EQ(port.connections(), 0);
     EXPECT_EQ(watch->uses(), "");

@@ -16,14 +16,16 @@ struct GSXib5KeyedUnarchiverInitForReadingWithData {};
 struct GSXibElementAlloc {};
 struct NSStringPropertyList {};
 struct NSBundleLoadMissingNibFile {};
+struct NSSecureTextFieldCellReplacementAttributedString {};
 
 // A method that is called through a function which has `Name` in its own name. The method takes
 // four arguments at most, and neither takes nor answers a number with a point or a structure.
 template <class Name> struct Named {
   static inline IMP method = nullptr;
 
-  // The call must not take this function's place in the stack.
-  [[clang::disable_tail_calls]] static id call(id object, SEL selector, id a, id b, id c, id d) {
+  // The function must have its own place in the stack.
+  [[gnu::noinline, clang::disable_tail_calls]] static id call(id object, SEL selector, id a, id b,
+                                                              id c, id d) {
     using Call = id (*)(id, SEL, id, id, id, id);
     return reinterpret_cast<Call>(method)(object, selector, a, b, c, d);
   }
@@ -68,5 +70,7 @@ void vireonix::test::beforeLeakCheck() {
   Named<NSBundleLoadMissingNibFile>::install(metaclassNamed("NSBundle"),
                                              @selector(loadNibFile:externalNameTable:withZone:),
                                              reinterpret_cast<IMP>(loadNibFile));
+  Named<NSSecureTextFieldCellReplacementAttributedString>::install(
+      classNamed("NSSecureTextFieldCell"), NSSelectorFromString(@"_replacementAttributedString"));
   nameViewConstruction();
 }

@@ -7,8 +7,8 @@
 
 namespace vireonix::test {
 
-/// Runs the current run loop in `mode` until `condition` holds or `seconds` have passed; answers
-/// whether it held.
+/// Runs the current run loop in `mode` until `condition` holds or `seconds` have passed, several
+/// times as many under a sanitizer; answers whether it held.
 bool pumpUntil(const std::function<bool()> &condition, double seconds = 10,
                NSString *mode = NSDefaultRunLoopMode);
 
@@ -21,5 +21,8 @@ void takeEvent(double seconds);
 
 /// As pumpUntil, and also hands the application's events to their windows.
 bool pumpEventsUntil(const std::function<bool()> &condition, double seconds = 10);
+
+/// As pumpFor, and also hands the application's events to their windows.
+void pumpEventsFor(double seconds);
 
 } // namespace vireonix::test

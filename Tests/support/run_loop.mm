@@ -1,11 +1,15 @@
 #import "support/run_loop.h"
 
+#import "support/sanitizer.h"
+
 #import <AppKit/AppKit.h>
 
 namespace vireonix::test {
 namespace {
 
 constexpr double kTurn = 0.01;
+// Under a sanitizer everything takes several times as long.
+constexpr double kPatience = kIsSanitized ? 4 : 1;
 
 void runTurn(NSString *mode) {
   @autoreleasepool {
@@ -31,11 +35,11 @@ bool repeatUntil(const std::function<bool()> &condition, double seconds,
 } // namespace
 
 bool pumpUntil(const std::function<bool()> &condition, double seconds, NSString *mode) {
-  return repeatUntil(condition, seconds, [mode] { runTurn(mode); });
+  return repeatUntil(condition, seconds * kPatience, [mode] { runTurn(mode); });
 }
 
 void pumpFor(double seconds, NSString *mode) {
-  pumpUntil([] { return false; }, seconds, mode);
+  repeatUntil([] { return false; }, seconds, [mode] { runTurn(mode); });
 }
 
 void takeEvent(double seconds) {
@@ -50,7 +54,11 @@ void takeEvent(double seconds) {
 }
 
 bool pumpEventsUntil(const std::function<bool()> &condition, double seconds) {
-  return repeatUntil(condition, seconds, [] { takeEvent(kTurn); });
+  return repeatUntil(condition, seconds * kPatience, [] { takeEvent(kTurn); });
+}
+
+void pumpEventsFor(double seconds) {
+  repeatUntil([] { return false; }, seconds, [] { takeEvent(kTurn); });
 }
 
 } // namespace vireonix::test

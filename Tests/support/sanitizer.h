@@ -9,14 +9,17 @@ namespace vireonix::test {
 #endif
 #endif
 
+/// Whether the program is built with a sanitizer.
+#ifdef VIREONIX_SANITIZED
+inline constexpr bool kIsSanitized = true;
+#else
+inline constexpr bool kIsSanitized = false;
+#endif
+
 /// How many rounds a long test makes: an eighth under a sanitizer, where each takes many times as
 /// long.
 constexpr int rounds(int usually) {
-#ifdef VIREONIX_SANITIZED
-  return usually / 8;
-#else
-  return usually;
-#endif
+  return kIsSanitized ? usually / 8 : usually;
 }
 
 } // namespace vireonix::test

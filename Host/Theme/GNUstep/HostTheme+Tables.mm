@@ -8,8 +8,15 @@
 
 using namespace vireonix::host;
 
+// The toolkit's class for the tool tips of one view; it has no public header.
+@protocol ToolTips
+- (void)removeToolTipsInRect:(NSRect)rect;
+@end
+
 namespace {
 
+// Any tool tip's rectangle lies in it.
+const NSRect kEverywhere = NSMakeRect(-1e6, -1e6, 2e6, 2e6);
 // Brings a title above the texts of its column.
 constexpr CGFloat kHeaderMargin = 1;
 constexpr CGFloat kHeaderFontSize = 12;
@@ -49,6 +56,13 @@ NSString *toolTipOfColumn(id receiver, SEL, NSView *, NSToolTipTag, NSPoint plac
   return column < 0 ? nil : [[columns objectAtIndex:static_cast<NSUInteger>(column)] headerToolTip];
 }
 
+// The toolkit's own removal of all tool tips of a view passes over every second one.
+Replacement<void> removeToolTips;
+void removeEveryToolTip(id receiver, SEL) {
+  [static_cast<id<ToolTips>>(receiver) removeToolTipsInRect:kEverywhere];
+  removeToolTips(receiver);
+}
+
 Replacement<void> resetCursorRects;
 void resetToolTipsToo(id receiver, SEL) {
   NSTableHeaderView *header = receiver;
@@ -65,6 +79,8 @@ void vireonix::host::replaceTableMethods() {
                   reinterpret_cast<IMP>(&toolTipOfColumn), "@@:@q{_NSPoint=dd}^v");
   resetCursorRects.install([NSTableHeaderView class], @selector(resetCursorRects),
                            &resetToolTipsToo);
+  removeToolTips.install(NSClassFromString(@"GSToolTips"), @selector(removeAllToolTips),
+                         &removeEveryToolTip);
   initHeader.install([NSTableHeaderCell class], @selector(initTextCell:), &initQuietHeader);
 }
 

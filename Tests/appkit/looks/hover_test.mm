@@ -36,7 +36,7 @@ TEST(Hover, ADisabledControlDoesNotShowIt) {
     moveOntoGround(shown.window());
     const Picture apart = shownBy(control);
     moveMouse(control, middle(control));
-    pumpEventsUntil([] { return false; }, 0.3);
+    pumpEventsFor(0.3);
     EXPECT_EQ(changedPixels(apart, shownBy(control)), 0) << [name UTF8String];
     [control setEnabled:YES];
   }

@@ -73,12 +73,12 @@ NSPoint middle(NSView *view) {
 
 void moveOntoGround(NSWindow *window) {
   moveMouse([window contentView], NSMakePoint(3, 3));
-  pumpEventsUntil([] { return false; }, 0.2);
+  pumpEventsFor(0.2);
 }
 
 int pixelsChangedByPressing(NSView *view, NSPoint place) {
   moveMouse(view, place);
-  pumpEventsUntil([] { return false; }, 0.3);
+  pumpEventsFor(0.3);
   HeldLook *look = [[[HeldLook alloc] initWithView:view] autorelease];
   NSTimer *timer = [NSTimer timerWithTimeInterval:0.1 target:look selector:@selector(look:)
                                          userInfo:nil
@@ -87,7 +87,7 @@ int pixelsChangedByPressing(NSView *view, NSPoint place) {
     [[NSRunLoop currentRunLoop] addTimer:timer forMode:mode];
   pressMouse();
   pumpEventsUntil([&] { return look->over; }, 5);
-  pumpEventsUntil([] { return false; }, 0.2);
+  pumpEventsFor(0.2);
   return look->changed;
 }
 

@@ -9,6 +9,12 @@
 
 using namespace vireonix::test;
 
+// The toolkit's class for the tool tips of one view; it has no public header.
+@interface GSToolTips : NSObject
++ (GSToolTips *)tipsForView:(NSView *)view;
+- (unsigned)count;
+@end
+
 void vireonix::test::beforeApplication() {
   InstallHostTheme(HostThemeLight);
 }
@@ -143,6 +149,19 @@ TEST_P(Theme, TheSliderShowsItsValue) {
   const int low = accents();
   [gallery.slider setDoubleValue:90];
   EXPECT_GT(accents(), 3 * low);
+}
+
+TEST_P(Theme, AHeaderHasOneToolTipForEachColumnHoweverOftenItIsLaidOut) {
+  Gallery gallery;
+  NSTableHeaderView *header = [gallery.table headerView];
+  const auto columns = static_cast<unsigned>([gallery.table numberOfColumns]);
+  ASSERT_GE(columns, 2U);
+  for (int i = 0; i < 10; ++i)
+    [header resetCursorRects];
+  GSToolTips *tips = [NSClassFromString(@"GSToolTips") tipsForView:header];
+  EXPECT_EQ([tips count], columns);
+  [header removeAllToolTips];
+  EXPECT_EQ([tips count], 0U);
 }
 
 INSTANTIATE_TEST_SUITE_P(BothVariants, Theme, testing::Values(HostThemeLight, HostThemeDark),
