@@ -44,6 +44,8 @@ export class Player {
     this.stage.onChange = (index) => this.onChange(index);
     this.stage.onCovered = (index) => this.views[index].leave();
     this.connectControls();
+    // Captions move by shares of the slide, whether time passes or not.
+    new ResizeObserver(() => this.clock.seek(this.clock.time)).observe(host);
     /** Settles when the first slide can be seen. */
     this.ready = this.show(start.index, start.time);
   }

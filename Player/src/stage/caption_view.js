@@ -48,6 +48,7 @@ export class CaptionView {
     this.shown = make("span", { class: "shown", "aria-hidden": "true", dir: "auto" });
     const spoken = make("span", { class: "spoken", dir: "auto", text: text.replace(/\s+/g, " ") });
     this.element = make("p", { class: "caption", "data-state": "waiting" }, [spoken, this.shown]);
+    this.element.classList.toggle("deep", caption.style.flip !== 0);
     this.element.style.textAlign = caption.textAlign;
     const size = Math.max(...caption.runs.map((run) => run.size));
     this.element.style.setProperty("--size", String(size));

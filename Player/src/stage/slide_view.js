@@ -75,7 +75,7 @@ export class SlideView {
     const moving = captions.map(({ caption, element, parts }, index) => {
       return { caption, element, parts, timing: timing.captions[index] };
     });
-    this.timeline = new SlideTimeline(moving, this.still);
+    this.timeline = new SlideTimeline(this.element, moving, this.still);
   }
 
   /** The slide has gone. */

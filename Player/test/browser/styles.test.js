@@ -147,6 +147,32 @@ test("the start direction is where a moving style comes from", async (context) =
   }
 });
 
+test("a caption on its way moves by shares of the slide when the slide changes size", async (context) => {
+  const session = await Session.start(context);
+  await show(session, "Slide");
+  close((await at(session, 0)).x, -288);
+  await session.page.setViewportSize({ width: 480, height: 300 });
+  await session.page.waitForFunction(() => {
+    const { transform } = getComputedStyle(
+      /** @type {Element} */ (document.querySelector(".part")),
+    );
+    return Math.abs(new DOMMatrix(transform).m41 + 144) < 0.5;
+  });
+});
+
+test("a caption that has not begun to leave is left alone", async (context) => {
+  const session = await Session.start(context);
+  await show(session, "Slide");
+  const leave = kEnter + 900 + 2000;
+  const transform = async (/** @type {number} */ time) => {
+    await session.seek(time);
+    return session.page.$eval(".caption", (element) => getComputedStyle(element).transform);
+  };
+  assert.equal(await transform(leave), "none");
+  assert.notEqual(await transform(leave + 100), "none");
+  assert.equal(await transform(leave - 100), "none");
+});
+
 test("a caption leaves the way it came", async (context) => {
   const session = await Session.start(context);
   await show(session, "Slide");

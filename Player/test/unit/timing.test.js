@@ -1,10 +1,7 @@
 import assert from "node:assert/strict";
 import { test } from "node:test";
-import { kDirections } from "../../src/document/fields.js";
-import { readStyles, styleNamed } from "../../src/motion/styles.js";
 import { captionState, settledTime, slideTiming } from "../../src/motion/timing.js";
-
-const kStyle = styleNamed(readStyles([], []), undefined);
+import { makeCaption } from "../support/caption.js";
 
 /**
  * @param {number} inTime
@@ -13,12 +10,8 @@ const kStyle = styleNamed(readStyles([], []), undefined);
  * @param {string} [anchor]
  */
 function entry(inTime, stayTime, parts = 1, anchor = "C") {
-  const style = { ...kStyle, duration: 1, out: 0.5, step: 0.1 };
-  /** @type {import("../../src/document/slider_document.js").Caption} */
-  const caption = {
-    ...{ runs: [], textAlign: "left", unit: "caption", direction: kDirections[0] },
-    ...{ style, anchor, inTime, stayTime },
-  };
+  const style = { duration: 1, out: 0.5, step: 0.1 };
+  const caption = makeCaption(style, { anchor, inTime, stayTime });
   return { caption, parts };
 }
 
