@@ -24,7 +24,7 @@ import { eases } from "animejs/easings/eases";
  */
 
 /** Steps to a unit: what changes by less is not seen, and not drawn again. */
-const kFineness = Object.freeze({ px: 4, em: 1000, deg: 100, "": 1000 });
+const kFineness = Object.freeze({ px: 4, em: 1000, deg: 100, "": 10000 });
 /** As many as a colour has. */
 const kOpacities = 255;
 /** What a swing goes through, evenly: up, down, less far up, and to its place. */

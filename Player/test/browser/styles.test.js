@@ -147,6 +147,16 @@ test("the start direction is where a moving style comes from", async (context) =
   }
 });
 
+test("a caption that flips is seen in perspective, any other is not", async (context) => {
+  const session = await Session.start(context);
+  const perspective = async (/** @type {string} */ style) => {
+    await show(session, style);
+    return session.page.$eval(".caption", (element) => getComputedStyle(element).perspective);
+  };
+  assert.equal(await perspective("Flip"), "864px");
+  assert.equal(await perspective("Slide"), "none");
+});
+
 test("a caption on its way moves by shares of the slide when the slide changes size", async (context) => {
   const session = await Session.start(context);
   await show(session, "Slide");
