@@ -43,7 +43,7 @@ function between(away, plain, presence) {
 /** @param {string} name one of kEases @returns {(share: number) => number} */
 function easeNamed(name) {
   const ease = /** @type {Record<string, any>} */ (eases)[name];
-  // These are made for how far they go too far.
+  // These two can be made to go beyond their end by more or less; the usual is meant.
   return /(Back|Elastic)$/.test(name) ? ease() : ease;
 }
 
